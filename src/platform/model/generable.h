@@ -14,9 +14,15 @@ namespace lumora {
 /// The conversion from content throws ConversionError.
 template <typename T>
 concept Generable = requires(const T &value, const GeneratedContent &content) {
-    { T::generationSchema() } -> std::convertible_to<GenerationSchema>;
-    { T::fromGeneratedContent(content) } -> std::same_as<T>;
-    { value.generatedContent() } -> std::convertible_to<GeneratedContent>;
+    {
+        T::generationSchema()
+    } -> std::convertible_to<GenerationSchema>;
+    {
+        T::fromGeneratedContent(content)
+    } -> std::same_as<T>;
+    {
+        value.generatedContent()
+    } -> std::convertible_to<GeneratedContent>;
 };
 
 } // namespace lumora

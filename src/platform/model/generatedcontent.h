@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <QUuid>
 
 #include <optional>
@@ -45,6 +46,8 @@ public:
     bool operator==(const GeneratedContent &) const = default;
 
 private:
+    class Json;
+
     GeneratedContent() = default;
     const GeneratedContent *find(QStringView property) const;
 

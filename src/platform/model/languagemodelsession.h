@@ -9,8 +9,7 @@
 #include "platform/model/tool.h"
 #include "platform/model/transcript.h"
 
-#include <QObject>
-
+#include <QPointer>
 #include <qcoro/qcorotask.h>
 
 #include <memory>
@@ -19,6 +18,7 @@
 namespace lumora {
 
 class ReplyRun;
+struct SessionRecord;
 
 /// The whole reply text so far, never a piece of it.
 struct Snapshot
@@ -26,14 +26,15 @@ struct Snapshot
     QString content;
 };
 
-/// A reply as it streams in. A snapshot comes when text has arrived or the transcript has changed; who takes snapshots
-/// slower than they are made gets the newest, and always the last one.
+/// A reply as it streams in. A snapshot comes when text has arrived, a tool was called, or a tool's output arrived; who
+/// takes snapshots slower than they are made gets the newest, and always the last one.
 class ResponseStream
 {
 public:
     explicit ResponseStream(std::shared_ptr<ReplyRun> run);
 
-    /// Waits for the next snapshot; nothing once the reply is complete. Throws ModelError, CancellationError.
+    /// Waits for the next snapshot; nothing once the reply is complete. Throws CancellationError, and ModelError once
+    /// the last snapshot of a failed reply has been taken. One wait at a time.
     QCoro::Task<std::optional<Snapshot>> next();
 
 private:
@@ -42,16 +43,17 @@ private:
 
 enum class IncludeSchemaInPrompt {
     no,
-    yes,
+    yes, ///< the schema stands as text after the prompt
 };
 
-/// One conversation with the model: instructions and tools in, replies out. Used on the main thread; tools run on worker
-/// threads. One reply at a time.
+/// One conversation with the model: instructions and tools in, replies out. Used on the main thread; tools run on
+/// worker threads. One reply at a time: a new one cancels the one that runs. Does not keep the model's service alive;
+/// once that is destroyed, every wait throws CancellationError.
 class LanguageModelSession
 {
 public:
     LanguageModelSession(SystemLanguageModel model, ToolList tools, QString instructions);
-    /// Cancels the reply that runs.
+    /// Cancels the reply that runs: its wait throws CancellationError before this returns.
     ~LanguageModelSession();
     Q_DISABLE_COPY_MOVE(LanguageModelSession)
 
@@ -61,8 +63,9 @@ public:
     template <Generable T>
     QCoro::Task<T> respond(Prompt prompt, IncludeSchemaInPrompt includeSchema, GenerationOptions options)
     {
-        const GeneratedContent content =
-            co_await respondWithSchema(std::move(prompt), T::generationSchema(), includeSchema, std::move(options));
+        QCoro::Task<GeneratedContent> task =
+            respondWithSchema(std::move(prompt), T::generationSchema(), includeSchema, std::move(options));
+        const GeneratedContent content = co_await task;
         co_return T::fromGeneratedContent(content);
     }
 
@@ -76,9 +79,12 @@ private:
     QCoro::Task<GeneratedContent> respondWithSchema(Prompt prompt, GenerationSchema schema,
                                                     IncludeSchemaInPrompt includeSchema, GenerationOptions options);
 
-    SystemLanguageModel m_model;
+    std::shared_ptr<ReplyRun> startReply(ReplyRequest request);
+
+    QPointer<ModelService> m_service;
     ToolList m_tools;
     QString m_instructions;
+    std::shared_ptr<SessionRecord> m_record;
     std::shared_ptr<ReplyRun> m_run;
 };
 

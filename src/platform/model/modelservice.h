@@ -12,7 +12,6 @@
 #include <QByteArray>
 #include <QList>
 #include <QObject>
-
 #include <qcoro/qcorotask.h>
 
 #include <memory>
@@ -38,8 +37,9 @@ struct ReplyRequest
     GenerationOptions options;
 };
 
-/// A reply while it is generated. Signals come from the event loop, never from within a call, so that who starts a reply
-/// can connect first. After finished, failed or cancel nothing more comes. Destroying a reply cancels it.
+/// A reply while it is generated. Signals come from the event loop, never from within a call, so that who starts a
+/// reply can connect first. After finished, failed or cancel nothing more comes. Destroying a reply cancels it. A
+/// reply may outlive its service; it is silent then.
 class ModelReply : public QObject
 {
     Q_OBJECT

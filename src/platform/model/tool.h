@@ -13,13 +13,20 @@
 
 namespace lumora {
 
-/// A record that fulfils the tool contract: a name, a description, generable arguments, and a call that runs on a worker
-/// thread, reads nothing but its own fields and services that are safe there, and throws ModelError where it fails.
+/// A record that fulfils the tool contract: a name, a description, generable arguments, and a call that runs on a
+/// worker thread, reads nothing but its own fields and services that are safe there, and throws ModelError where it
+/// fails.
 template <typename T>
 concept ToolRecord = std::copyable<T> && Generable<typename T::Arguments> && requires(const T &tool) {
-    { tool.name } -> std::convertible_to<QString>;
-    { tool.description } -> std::convertible_to<QString>;
-    { tool.call(typename T::Arguments{}) } -> std::convertible_to<QString>;
+    {
+        tool.name
+    } -> std::convertible_to<QString>;
+    {
+        tool.description
+    } -> std::convertible_to<QString>;
+    {
+        tool.call(typename T::Arguments{})
+    } -> std::convertible_to<QString>;
 };
 
 /// Any tool, as a session holds it. Immutable; shared between threads.

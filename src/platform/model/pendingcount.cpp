@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/model/pendingcount.h"
+
+#include "platform/model/errors.h"
+
+namespace lumora {
+
+void PendingCount::finish(qint64 tokens)
+{
+    if (m_ending)
+        return;
+    m_ending = tokens;
+    m_news.wakeLater();
+}
+
+void PendingCount::fail(const QString &description)
+{
+    if (m_ending)
+        return;
+    m_ending = Failure{description};
+    m_news.wakeLater();
+}
+
+// Also where the count has ended: it may be that no event loop is left to say so.
+void PendingCount::cancelNow()
+{
+    if (!m_ending)
+        m_ending = Cancelled{};
+    m_news.wakeNow();
+}
+
+QCoro::Task<qint64> PendingCount::result(std::shared_ptr<PendingCount> count)
+{
+    while (!count->m_ending)
+        co_await count->m_news;
+
+    if (std::holds_alternative<Cancelled>(*count->m_ending))
+        throw CancellationError();
+    if (const auto *failure = std::get_if<Failure>(&*count->m_ending))
+        throw ModelError(failure->description);
+    co_return std::get<qint64>(*count->m_ending);
+}
+
+} // namespace lumora

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "platform/model/waitpoint.h"
+
+#include <QString>
+#include <qcoro/qcorotask.h>
+
+#include <memory>
+#include <optional>
+#include <variant>
+
+namespace lumora {
+
+/// A token count that somebody waits for. Used on the main thread; the first ending stands.
+class PendingCount
+{
+public:
+    /// From the event loop.
+    void finish(qint64 tokens);
+    void fail(const QString &description);
+
+    /// Before it returns: for a service that is being destroyed.
+    void cancelNow();
+
+    /// Throws ModelError, CancellationError.
+    static QCoro::Task<qint64> result(std::shared_ptr<PendingCount> count);
+
+private:
+    struct Failure
+    {
+        QString description;
+    };
+    struct Cancelled
+    {
+    };
+    using Ending = std::variant<qint64, Failure, Cancelled>;
+
+    std::optional<Ending> m_ending;
+    WaitPoint m_news;
+};
+
+} // namespace lumora

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/model/toolrunner.h"
+
+#include "platform/model/errors.h"
+
+#include <QtConcurrentRun>
+
+namespace lumora {
+
+namespace {
+
+// Nothing that a tool throws may leave the worker.
+ToolOutcome callTool(const std::shared_ptr<const Tool> &tool, const QByteArray &argumentsJson)
+{
+    try {
+        return {tool->call(GeneratedContent::fromJson(argumentsJson)), {}};
+    } catch (const ModelError &error) {
+        return {std::nullopt, error.description()};
+    } catch (const std::exception &error) {
+        return {std::nullopt, QString::fromUtf8(error.what())};
+    } catch (...) {
+        return {std::nullopt, QStringLiteral("The tool “%1” failed.").arg(tool->name())};
+    }
+}
+
+} // namespace
+
+QFutureWatcher<ToolOutcome> *runTool(std::shared_ptr<const Tool> tool, QByteArray argumentsJson, QObject *parent)
+{
+    auto *watcher = new QFutureWatcher<ToolOutcome>(parent);
+    watcher->setFuture(QtConcurrent::run(callTool, std::move(tool), std::move(argumentsJson)));
+    return watcher;
+}
+
+} // namespace lumora
