@@ -21,7 +21,8 @@ endif()
 add_library(lumora_warnings INTERFACE)
 target_compile_options(lumora_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
-    -Wconversion -Wno-sign-conversion -Wformat=2 -Wimplicit-fallthrough)
+    -Wconversion -Wno-sign-conversion -Wformat=2 -Wimplicit-fallthrough
+    -Wno-missing-field-initializers) # records have defaults: naming only some fields is how they are meant
 
 # What a target of the program or of its tests links: warnings, sanitizers, Qt without its implicit conversions.
 add_library(lumora_options INTERFACE)

@@ -4,13 +4,11 @@
 #pragma once
 
 #include "documents/importeddocument.h"
-#include "platform/model/tool.h"
 
 #include <QList>
 #include <QObject>
 #include <QString>
 
-#include <memory>
 #include <optional>
 
 namespace lumora {
@@ -41,9 +39,6 @@ public:
 
     /// Replaces documents.json. A failure is silent and leaves the file as it was; a missing folder is one.
     void save();
-
-    /// The search over the documents as they are now; null while there is nothing to search.
-    std::shared_ptr<const Tool> searchTool() const;
 
 Q_SIGNALS:
     void documentsChanged();

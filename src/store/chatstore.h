@@ -4,7 +4,9 @@
 #pragma once
 
 #include "documents/documentlibrary.h"
-#include "platform/model/systemlanguagemodel.h"
+#include "platform/files/filestore.h"
+#include "platform/model/languagemodelsession.h"
+#include "store/conversationlist.h"
 #include "store/records.h"
 
 #include <QObject>
@@ -18,10 +20,12 @@
 namespace lumora {
 
 class GenerationTask;
+struct GenerationRun;
+struct StructuredAnswer;
 
 /// The state of the running program: the chats, the composer, the reply that is generated. One object, created at start
-/// and kept to the end; used on the main thread only. Failures are never thrown out of an operation: they become the one
-/// error line.
+/// and kept to the end; used on the main thread only. Failures are never thrown out of an operation: they become the
+/// one error line.
 class ChatStore : public QObject
 {
     Q_OBJECT
@@ -45,11 +49,12 @@ public:
     /// model's availability, and selects the newest chat, making one where there is none.
     ChatStore(SystemLanguageModel model, std::optional<QString> applicationSupport, QObject *parent = nullptr);
     ~ChatStore() override;
+    Q_DISABLE_COPY_MOVE(ChatStore)
 
     // Published state
 
     /// In display order, top of the sidebar first.
-    const std::vector<Conversation> &conversations() const { return m_conversations; }
+    const std::vector<Conversation> &conversations() const { return m_conversations.all(); }
     std::optional<QUuid> selectedID() const { return m_selectedID; }
     /// None where nothing is selected, or what is selected is not in the list.
     const Conversation *selectedConversation() const;
@@ -64,7 +69,7 @@ public:
     std::optional<QString> pendingImageURL() const { return m_pendingImageURL; }
     bool isGenerating() const { return m_isGenerating; }
     /// Whether there is something to send, nothing is being generated, and the model is available.
-    bool canSend() const;
+    bool canSend() const { return m_canSend; }
     /// The one line for the user; null where there is none.
     const QString &errorMessage() const { return m_errorMessage; }
     Availability modelAvailability() const { return m_modelAvailability; }
@@ -74,6 +79,7 @@ public:
     /// The title of the selected chat, or the program's name.
     QString windowTitle() const;
     DocumentLibrary *library() const { return m_library; }
+    const SystemLanguageModel &model() const { return m_model; }
 
     // Files
 
@@ -96,6 +102,11 @@ public:
     /// Replaces conversations.json by the chats as they are.
     void save();
 
+    /// The text that asks for the next reply of a chat: earlier turns, as far as the budget goes, and the latest
+    /// message. One message is left out, the reply to be filled. budget: in characters. Empty for a chat that is not
+    /// there.
+    QString promptText(const QUuid &conversationID, const QUuid &excluding, qint64 budget) const;
+
 Q_SIGNALS:
     // After the change; rows are positions in conversations(), or in the messages of the chat named.
     void conversationsReset();
@@ -117,6 +128,69 @@ Q_SIGNALS:
     void errorMessageChanged();
     /// After every check, also where nothing changed but the time of the check.
     void modelAvailabilityChanged();
+
+private:
+    friend struct GenerationRun;
+
+    QUuid selectedIDOrNull() const { return m_selectedID.value_or(QUuid()); }
+    QString pendingImagePathOrNull() const { return m_pendingImageURL.value_or(QString()); }
+    QDateTime lastAvailabilityCheckTime() const { return m_lastAvailabilityCheck.toDateTime(); }
+    bool isModelNotReady() const;
+
+    // Published fields are written here only; each tells its observers.
+    void setSelectedID(const QUuid &id);
+    void setContextTokens(qint64 tokens);
+    void setPendingImageURL(const std::optional<QString> &path);
+    void setGenerating(bool isGenerating);
+    void setErrorMessage(const QString &message);
+    void updateCanSend();
+
+    // store/chatstore.cpp
+    void load();
+    FileOutcome writeHistory(const QString &path);
+
+    // store/conversations.cpp
+    void startComposing(const QUuid &conversationID);
+    void removeMessage(const QUuid &conversationID, qsizetype row);
+    void appendMessage(ChatMessage message, const QUuid &conversationID);
+
+    // generation/sending.cpp
+    std::optional<QString> latestImageURL(const QUuid &conversationID) const;
+
+    // generation/replyrecords.cpp: what a run writes on the message that it fills. Each does nothing where the chat or
+    // the message is gone.
+    void applySnapshot(const QString &content, const QUuid &messageID, const QUuid &conversationID);
+    void applyAnswer(const StructuredAnswer &answer, const QUuid &messageID, const QUuid &conversationID);
+    void recordToolEvents(const Transcript &transcript, const QUuid &messageID, const QUuid &conversationID);
+    void recordUsage(const Usage &usage, const QUuid &messageID, const QUuid &conversationID);
+    void discardEmptyReply(const QUuid &messageID, const QUuid &conversationID);
+    template <typename Change>
+    void changeMessage(const QUuid &messageID, const QUuid &conversationID, Change change);
+
+    enum class HistoryFile {
+        sound,
+        unreadable, ///< it is set aside before it is replaced
+    };
+
+    SystemLanguageModel m_model;
+    std::optional<QString> m_applicationSupport;
+    DocumentLibrary *m_library; // a child
+    HistoryFile m_historyFile = HistoryFile::sound;
+
+    ConversationList m_conversations;
+    std::optional<QUuid> m_selectedID;
+    QString m_draft;
+    ReplyStyle m_replyStyle = ReplyStyle::chat;
+    qint64 m_contextTokens = 0;
+    std::optional<QString> m_pendingImageURL;
+    bool m_isGenerating = false;
+    bool m_canSend = false;
+    QString m_errorMessage;
+    Availability m_modelAvailability;
+    TimePoint m_lastAvailabilityCheck;
+
+    std::shared_ptr<GenerationTask> m_generationTask;
+    std::optional<QUuid> m_generationID; ///< of the current run; a run that is not current writes nothing
 };
 
 } // namespace lumora

@@ -34,7 +34,7 @@ QList<ReplyStyle> allReplyStyles();
 /// The label of a case, "Chat" or "Structured".
 QString rawValue(ReplyStyle style);
 /// The case that has this label; nothing for any other text.
-std::optional<ReplyStyle> replyStyleFromRawValue(QStringView rawValue);
+std::optional<ReplyStyle> replyStyleFromRawValue(QStringView text);
 
 /// A structured answer as it is stored.
 struct AnswerCard

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QLatin1String>
 #include <QString>
 #include <QUuid>
 
@@ -14,6 +15,6 @@ namespace lumora {
 QString identifierText(const QUuid &id);
 
 /// Reads that form, in upper or lower case; nothing for any other text.
-std::optional<QUuid> identifierFromText(QStringView text);
+std::optional<QUuid> identifierFromText(QLatin1String text);
 
 } // namespace lumora

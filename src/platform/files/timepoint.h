@@ -10,8 +10,8 @@
 
 namespace lumora {
 
-/// A point in time as the files hold it: seconds, with fraction, since 2001-01-01 00:00:00 UTC. Kept as that very double,
-/// so that what was read is written back bit for bit.
+/// A point in time as the files hold it: seconds, with fraction, since 2001-01-01 00:00:00 UTC. Kept as that very
+/// double, so that what was read is written back bit for bit.
 struct TimePoint
 {
     double secondsSinceReference = 0;

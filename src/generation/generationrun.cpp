@@ -1,0 +1,150 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "generation/generationrun.h"
+
+#include "features/structuredanswer.h"
+#include "generation/generationtask.h"
+#include "generation/promptassembly.h"
+#include "generation/sessionsetup.h"
+
+namespace lumora {
+
+namespace {
+
+/// The prompt text that fits three quarters of the context, or the shortest attempt. Publishes its token count.
+QCoro::Task<QString> fittedPrompt(GenerationRun run, SystemLanguageModel model)
+{
+    qint64 budget = initialPromptBudget;
+    QString text = run.promptText(budget);
+    qint64 tokens = co_await model.tokenCount(text);
+    while (tokens > promptTokenLimit(model.contextSize()) && budget > minimumPromptBudget) {
+        budget /= 2;
+        text = run.promptText(budget);
+        tokens = co_await model.tokenCount(text);
+    }
+    run.publishContextTokens(tokens);
+    co_return text;
+}
+
+QCoro::Task<> streamText(GenerationRun run, std::shared_ptr<LanguageModelSession> session, Prompt prompt)
+{
+    ResponseStream stream = session->streamResponse(std::move(prompt), GenerationOptions());
+    while (true) {
+        const std::optional<Snapshot> snapshot = co_await stream.next();
+        if (!snapshot || run.task->isCancelled() || !run.currentStore())
+            break;
+        run.applySnapshot(*snapshot);
+        run.recordToolEvents(*session);
+    }
+    run.record(*session);
+}
+
+QCoro::Task<> askForAnswer(GenerationRun run, std::shared_ptr<LanguageModelSession> session, Prompt prompt)
+{
+    const StructuredAnswer answer =
+        co_await session->respond<StructuredAnswer>(std::move(prompt), IncludeSchemaInPrompt::yes, GenerationOptions());
+    if (!run.task->isCancelled())
+        run.applyAnswer(answer);
+    run.record(*session);
+}
+
+QCoro::Task<> generateReply(GenerationRun run, SystemLanguageModel model)
+{
+    const QString text = co_await fittedPrompt(run, model);
+    const ToolList tools = selectTools(run.typedText, run.imageURL);
+    const auto session = std::make_shared<LanguageModelSession>(model, tools, sessionInstructions());
+    const GenerationTask::SessionGuard stoppable(run.task, *session);
+    const Prompt prompt = makePrompt(text, run.imageURL);
+    if (run.replyStyle == ReplyStyle::structured)
+        co_await askForAnswer(run, session, prompt);
+    else
+        co_await streamText(run, session, prompt);
+}
+
+} // namespace
+
+QCoro::Task<> generate(GenerationRun run)
+{
+    if (!run.store)
+        co_return;
+    try {
+        co_await generateReply(run, run.store->model());
+    } catch (const CancellationError &) {
+        // Who stopped it knows.
+    } catch (const ModelError &error) {
+        run.fail(error.description());
+    } catch (const std::exception &error) {
+        run.fail(ChatStore::tr("The reply failed unexpectedly (%1). Please try again.")
+                     .arg(QString::fromUtf8(error.what())));
+    }
+    run.end();
+}
+
+ChatStore *GenerationRun::currentStore() const
+{
+    return store && store->m_generationID == generationID ? store.data() : nullptr;
+}
+
+QString GenerationRun::promptText(qint64 budget) const
+{
+    const ChatStore *current = currentStore();
+    if (!current)
+        throw CancellationError();
+    return current->promptText(conversationID, messageID, budget);
+}
+
+void GenerationRun::publishContextTokens(qint64 tokens) const
+{
+    ChatStore *current = currentStore();
+    if (!current)
+        throw CancellationError();
+    current->setContextTokens(tokens);
+}
+
+void GenerationRun::applySnapshot(const Snapshot &snapshot) const
+{
+    if (ChatStore *current = currentStore())
+        current->applySnapshot(snapshot.content, messageID, conversationID);
+}
+
+void GenerationRun::applyAnswer(const StructuredAnswer &answer) const
+{
+    if (ChatStore *current = currentStore())
+        current->applyAnswer(answer, messageID, conversationID);
+}
+
+void GenerationRun::recordToolEvents(const LanguageModelSession &session) const
+{
+    if (ChatStore *current = currentStore())
+        current->recordToolEvents(session.transcript(), messageID, conversationID);
+}
+
+void GenerationRun::record(const LanguageModelSession &session) const
+{
+    recordToolEvents(session);
+    if (ChatStore *current = currentStore())
+        current->recordUsage(session.usage(), messageID, conversationID);
+}
+
+void GenerationRun::fail(const QString &description) const
+{
+    ChatStore *current = currentStore();
+    if (!current)
+        return;
+    current->setErrorMessage(description);
+    current->discardEmptyReply(messageID, conversationID);
+}
+
+void GenerationRun::end() const
+{
+    ChatStore *current = currentStore();
+    if (!current)
+        return;
+    current->setGenerating(false);
+    current->m_generationTask = nullptr;
+    current->m_generationID = std::nullopt;
+    current->save();
+}
+
+} // namespace lumora

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "store/records.h"
+
+#include <QByteArray>
+
+#include <optional>
+#include <vector>
+
+namespace lumora {
+
+// conversations.json: a compact JSON array of conversations, UTF-8, keys in the order of the records' fields.
+// Identifiers are upper-case UUID texts, points in time are seconds since 2001. What is absent in a record has no key.
+
+QByteArray encodeConversations(const std::vector<Conversation> &conversations);
+
+/// Keys may come in any order, a null counts as a missing key, unknown keys are passed over. All or nothing: no value
+/// where any part of the bytes breaks the rules of the file.
+std::optional<std::vector<Conversation>> decodeConversations(QByteArray bytes);
+
+} // namespace lumora
