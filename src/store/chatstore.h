@@ -91,8 +91,8 @@ public:
     // Operations
 
     Q_INVOKABLE void newConversation();
-    Q_INVOKABLE void selectConversation(const QUuid &id);
-    Q_INVOKABLE void deleteConversation(const QUuid &id);
+    Q_INVOKABLE void selectConversation(QUuid id);
+    Q_INVOKABLE void deleteConversation(QUuid id);
     /// path: an absolute path of the picked image.
     Q_INVOKABLE void attachImage(const QString &path);
     Q_INVOKABLE void removePendingImage();

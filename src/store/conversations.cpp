@@ -31,7 +31,7 @@ void ChatStore::newConversation()
     save();
 }
 
-void ChatStore::selectConversation(const QUuid &id)
+void ChatStore::selectConversation(QUuid id)
 {
     if (m_selectedID == id)
         return;
@@ -48,7 +48,7 @@ void ChatStore::startComposing(const QUuid &conversationID)
     setErrorMessage(QString());
 }
 
-void ChatStore::deleteConversation(const QUuid &id)
+void ChatStore::deleteConversation(QUuid id)
 {
     if (m_selectedID == id)
         stopGenerating();

@@ -4,6 +4,7 @@
 #include "platform/files/jsonwriter.h"
 
 #include "platform/files/identifier.h"
+#include "platform/text/textrules.h"
 
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
@@ -50,7 +51,7 @@ void JsonWriter::key(QByteArrayView key)
 
 void JsonWriter::text(const QString &text)
 {
-    utf8Text(text.toUtf8());
+    utf8Text(wellFormed(text).toUtf8());
 }
 
 void JsonWriter::utf8Text(QByteArrayView text)

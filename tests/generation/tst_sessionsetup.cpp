@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "generation/sessionsetup.h"
+#include "generation/toolselection.h"
+
+#include <QTest>
+
+using namespace lumora;
+
+using ImageTool = ToolSelection::ImageTool;
+
+class SessionSetupTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void selectsToolsByKeyword_data();
+    void selectsToolsByKeyword();
+    void offersTheDateTool();
+    void keepsTheInstructionsFixed();
+};
+
+void SessionSetupTest::selectsToolsByKeyword_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("hasImage");
+    QTest::addColumn<QStringList>("documents");
+    QTest::addColumn<ToolSelection>("selection");
+    const QStringList none;
+    const QStringList budget{"Plan.txt", "Budget.md"};
+
+    QTest::newRow("nothing typed") << "" << true << budget << ToolSelection{};
+    QTest::newRow("current time") << "What is the current time?" << false << none
+                                  << ToolSelection{true, ImageTool::none, false};
+    QTest::newRow("what time") << "WHAT TIME is it" << false << none << ToolSelection{true, ImageTool::none, false};
+    QTest::newRow("no date keyword") << "What's the time?" << false << none << ToolSelection{};
+    QTest::newRow("barcode") << "Read the barcode" << true << none
+                             << ToolSelection{false, ImageTool::barcodeReader, false};
+    QTest::newRow("QR code") << "Which QR-Code is this?" << true << none
+                             << ToolSelection{false, ImageTool::barcodeReader, false};
+    QTest::newRow("page") << "Read this page" << true << none
+                          << ToolSelection{false, ImageTool::textRecognition, false};
+    QTest::newRow("page without an image") << "Read this page" << false << none << ToolSelection{};
+    QTest::newRow("no image keyword") << "What is this?" << true << none << ToolSelection{};
+    QTest::newRow("inside longer words") << "I already lost my password profile" << true << budget
+                                         << ToolSelection{false, ImageTool::textRecognition, true};
+    QTest::newRow("document without documents")
+        << "Search my documents, files and notes" << false << none << ToolSelection{};
+    QTest::newRow("document") << "What does the PDF say?" << false << budget
+                              << ToolSelection{false, ImageTool::none, true};
+    QTest::newRow("name of the second") << "Sum up budget.MD" << false << budget
+                                        << ToolSelection{false, ImageTool::none, true};
+    QTest::newRow("all") << "Read today's notes" << true << budget
+                         << ToolSelection{true, ImageTool::textRecognition, true};
+}
+
+void SessionSetupTest::selectsToolsByKeyword()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, hasImage);
+    QFETCH(QStringList, documents);
+    QFETCH(ToolSelection, selection);
+    QCOMPARE(selectToolsByKeyword(text, hasImage ? RequestImage::attached : RequestImage::absent, documents),
+             selection);
+}
+
+void SessionSetupTest::offersTheDateTool()
+{
+    QVERIFY(selectTools("Hello", std::nullopt).isEmpty());
+    const ToolList tools = selectTools("What is on today?", std::nullopt);
+    QCOMPARE(tools.size(), 1);
+    QCOMPARE(tools.front()->name(), "currentDate");
+    QCOMPARE(tools.front()->description(),
+             "Get the current local date and time. Use this when the user asks about today, now, or the current time.");
+    QCOMPARE(tools.front()->parameters().properties.front().description,
+             "The user's question about the current date or time");
+}
+
+void SessionSetupTest::keepsTheInstructionsFixed()
+{
+    // What a built-in model was trained on must not change by a typing error.
+    QCOMPARE(sessionInstructions().size(), 399);
+    QVERIFY(sessionInstructions().startsWith("You are a helpful desktop assistant. "));
+    QVERIFY(sessionInstructions().endsWith(" Keep answers clear and concise."));
+}
+
+QTEST_APPLESS_MAIN(SessionSetupTest)
+#include "tst_sessionsetup.moc"
