@@ -13,15 +13,15 @@ namespace lumora {
 namespace {
 
 /// The prompt text that fits three quarters of the context, or the shortest attempt. Publishes its token count.
-QCoro::Task<QString> fittedPrompt(GenerationRun run, SystemLanguageModel model)
+QCoro::Task<QString> fittedPrompt(GenerationRun run)
 {
     qint64 budget = initialPromptBudget;
     QString text = run.promptText(budget);
-    qint64 tokens = co_await model.tokenCount(text);
-    while (tokens > promptTokenLimit(model.contextSize()) && budget > minimumPromptBudget) {
+    qint64 tokens = co_await run.tokenCount(text);
+    while (tokens > promptTokenLimit(run.model().contextSize()) && budget > minimumPromptBudget) {
         budget /= 2;
         text = run.promptText(budget);
-        tokens = co_await model.tokenCount(text);
+        tokens = co_await run.tokenCount(text);
     }
     run.publishContextTokens(tokens);
     co_return text;
@@ -49,11 +49,11 @@ QCoro::Task<> askForAnswer(GenerationRun run, std::shared_ptr<LanguageModelSessi
     run.record(*session);
 }
 
-QCoro::Task<> generateReply(GenerationRun run, SystemLanguageModel model)
+QCoro::Task<> generateReply(GenerationRun run)
 {
-    const QString text = co_await fittedPrompt(run, model);
+    const QString text = co_await fittedPrompt(run);
     const ToolList tools = selectTools(run.typedText, run.imageURL);
-    const auto session = std::make_shared<LanguageModelSession>(model, tools, sessionInstructions());
+    const auto session = std::make_shared<LanguageModelSession>(run.model(), tools, sessionInstructions());
     const GenerationTask::SessionGuard stoppable(run.task, *session);
     const Prompt prompt = makePrompt(text, run.imageURL);
     if (run.replyStyle == ReplyStyle::structured)
@@ -69,7 +69,7 @@ QCoro::Task<> generate(GenerationRun run)
     if (!run.store)
         co_return;
     try {
-        co_await generateReply(run, run.store->model());
+        co_await generateReply(run);
     } catch (const CancellationError &) {
         // Who stopped it knows.
     } catch (const ModelError &error) {
@@ -86,20 +86,32 @@ ChatStore *GenerationRun::currentStore() const
     return store && store->m_generationID == generationID ? store.data() : nullptr;
 }
 
-QString GenerationRun::promptText(qint64 budget) const
-{
-    const ChatStore *current = currentStore();
-    if (!current)
-        throw CancellationError();
-    return current->promptText(conversationID, messageID, budget);
-}
-
-void GenerationRun::publishContextTokens(qint64 tokens) const
+ChatStore &GenerationRun::requireCurrentStore() const
 {
     ChatStore *current = currentStore();
     if (!current)
         throw CancellationError();
-    current->setContextTokens(tokens);
+    return *current;
+}
+
+SystemLanguageModel GenerationRun::model() const
+{
+    return requireCurrentStore().m_model;
+}
+
+QString GenerationRun::promptText(qint64 budget) const
+{
+    return requireCurrentStore().promptText(conversationID, messageID, budget);
+}
+
+QCoro::Task<qint64> GenerationRun::tokenCount(const QString &text) const
+{
+    return model().tokenCount(text);
+}
+
+void GenerationRun::publishContextTokens(qint64 tokens) const
+{
+    requireCurrentStore().setContextTokens(tokens);
 }
 
 void GenerationRun::applySnapshot(const Snapshot &snapshot) const

@@ -30,9 +30,14 @@ struct GenerationRun
     /// The store while it lives and this run is its current one; null otherwise.
     ChatStore *currentStore() const;
 
-    // Each writes only while the run is current.
-    QString promptText(qint64 budget) const; ///< throws CancellationError where the run is not current
+    // These throw CancellationError where the run is not current.
+    ChatStore &requireCurrentStore() const;
+    SystemLanguageModel model() const; ///< not to be held over a wait: a run must not keep the model's service alive
+    QCoro::Task<qint64> tokenCount(const QString &text) const;
+    QString promptText(qint64 budget) const;
     void publishContextTokens(qint64 tokens) const;
+
+    // These do nothing where it is not.
     void applySnapshot(const Snapshot &snapshot) const;
     void applyAnswer(const StructuredAnswer &answer) const;
     void record(const LanguageModelSession &session) const;

@@ -79,7 +79,6 @@ public:
     /// The title of the selected chat, or the program's name.
     QString windowTitle() const;
     DocumentLibrary *library() const { return m_library; }
-    const SystemLanguageModel &model() const { return m_model; }
 
     // Files
 
