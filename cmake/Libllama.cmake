@@ -1,0 +1,74 @@
+# SPDX-FileCopyrightText: 2026 The Lumora developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# The engine: libllama with ggml.
+#
+# LUMORA_LLAMA_PREFIX names a folder into which libllama's packages and those of the C library that they want were
+# unpacked (PREFIX/usr/include, PREFIX/usr/lib/ARCHITECTURE/…). A program built on it runs under that folder's own loader.
+# Without it, the system's libllama is taken. Sets LUMORA_LLAMA_FOUND, and where it is on offers
+#   Lumora::llama   what such a program links
+#   lumora_add_llama_program(NAME SOURCES … LINKS … ARGUMENTS …)
+#       builds bin/NAME; ARGUMENTS are what the launcher passes before its own, with @BACKENDS@ for the folder of ggml's
+#       backends. They are passed only where there is a launcher.
+
+set(LUMORA_LLAMA_PREFIX "" CACHE PATH "Folder with libllama's unpacked packages; empty for the system's libllama")
+set(LUMORA_LLAMA_FOUND OFF)
+
+if(LUMORA_LLAMA_PREFIX)
+    file(GLOB lumora_llama_libraries ${LUMORA_LLAMA_PREFIX}/usr/lib/*/libllama.so)
+    if(NOT lumora_llama_libraries)
+        message(FATAL_ERROR "LUMORA_LLAMA_PREFIX: there is no usr/lib/*/libllama.so in ${LUMORA_LLAMA_PREFIX}")
+    endif()
+    list(GET lumora_llama_libraries 0 LUMORA_LLAMA_LIBRARY)
+    cmake_path(GET LUMORA_LLAMA_LIBRARY PARENT_PATH LUMORA_LLAMA_FOLDER)
+    file(GLOB LUMORA_LLAMA_LOADER ${LUMORA_LLAMA_FOLDER}/ld-linux*.so.*)
+    file(GLOB LUMORA_LLAMA_BACKENDS LIST_DIRECTORIES ON ${LUMORA_LLAMA_FOLDER}/ggml/backends*)
+    if(NOT LUMORA_LLAMA_LOADER OR NOT LUMORA_LLAMA_BACKENDS)
+        message(FATAL_ERROR "LUMORA_LLAMA_PREFIX: the loader or ggml's backends are missing in ${LUMORA_LLAMA_FOLDER}")
+    endif()
+    set(LUMORA_LLAMA_FOUND ON)
+
+    add_library(Lumora::llama INTERFACE IMPORTED)
+    target_include_directories(Lumora::llama SYSTEM INTERFACE ${LUMORA_LLAMA_PREFIX}/usr/include)
+    # libllama's own search path does not lead into the folder, so each library is linked by name. They ask for a newer C
+    # library than the one that is linked against here; the loader in the folder brings it.
+    target_link_libraries(Lumora::llama INTERFACE ${LUMORA_LLAMA_LIBRARY} ${LUMORA_LLAMA_FOLDER}/libggml.so
+        ${LUMORA_LLAMA_FOLDER}/libggml-base.so)
+    target_link_options(Lumora::llama INTERFACE -Wl,--allow-shlib-undefined)
+    message(STATUS "libllama: ${LUMORA_LLAMA_FOLDER}")
+else()
+    find_package(llama CONFIG QUIET)
+    if(llama_FOUND)
+        set(LUMORA_LLAMA_FOUND ON)
+        add_library(Lumora::llama INTERFACE IMPORTED)
+        target_link_libraries(Lumora::llama INTERFACE llama)
+        message(STATUS "libllama: the system's")
+    else()
+        message(STATUS "libllama: not found. The model service and its tests are left out; see LUMORA_LLAMA_PREFIX.")
+    endif()
+endif()
+
+# The launcher of a program that runs under the folder's loader. RUNTIME: the folder, as the launcher finds it.
+function(lumora_write_launcher path name runtime arguments)
+    set(LAUNCHER_NAME ${name})
+    set(LAUNCHER_RUNTIME ${runtime})
+    cmake_path(GET LUMORA_LLAMA_LOADER FILENAME LAUNCHER_LOADER)
+    cmake_path(RELATIVE_PATH LUMORA_LLAMA_BACKENDS BASE_DIRECTORY ${LUMORA_LLAMA_FOLDER} OUTPUT_VARIABLE backends)
+    list(JOIN arguments " " LAUNCHER_ARGUMENTS)
+    string(REPLACE "@BACKENDS@" "\"$runtime/${backends}\"" LAUNCHER_ARGUMENTS "${LAUNCHER_ARGUMENTS}")
+    configure_file(${PROJECT_SOURCE_DIR}/cmake/launcher.sh.in ${path} @ONLY
+        FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+endfunction()
+
+function(lumora_add_llama_program name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS;ARGUMENTS")
+    add_executable(${name} ${arg_SOURCES})
+    # Optimised in every build, and never with sanitizers, whose libraries the other loader would not find.
+    target_compile_options(${name} PRIVATE -O2)
+    target_link_libraries(${name} PRIVATE ${arg_LINKS} Lumora::llama lumora_warnings)
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+    if(LUMORA_LLAMA_PREFIX)
+        set_target_properties(${name} PROPERTIES OUTPUT_NAME ${name}.bin SKIP_BUILD_RPATH ON)
+        lumora_write_launcher(${PROJECT_BINARY_DIR}/bin/${name} ${name} ${LUMORA_LLAMA_FOLDER} "${arg_ARGUMENTS}")
+    endif()
+endfunction()

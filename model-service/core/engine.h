@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "core/sampling.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <stop_token>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lumora::service {
+
+using Token = std::int32_t;
+
+struct ChatMessage
+{
+    enum class Role {
+        system,
+        user,
+        assistant,
+    };
+
+    Role role = Role::user;
+    std::string content;
+
+    bool operator==(const ChatMessage &) const = default;
+};
+
+enum class SpecialTokens {
+    asText,     ///< a mark such as <|im_end|> is read as the characters that it is written with
+    recognised, ///< a mark is read as its one token
+};
+
+/// What runs a model: one model, one sequence of tokens. Used by one thread; a stop may be requested by another.
+/// Everything but load and contextSize needs a loaded model.
+class Engine
+{
+public:
+    Engine() = default;
+    Engine(const Engine &) = delete;
+    Engine &operator=(const Engine &) = delete;
+    virtual ~Engine() = default;
+
+    /// Frees the model that was loaded, also where the new one does not load. Throws Failure: badFile, noMemory,
+    /// cancelled. contextLimit: tokens. Returns a description for the log.
+    virtual std::string load(const std::string &path, std::optional<std::int64_t> contextLimit,
+                             const std::stop_token &stop) = 0;
+
+    /// Tokens; 0 while no model is loaded.
+    virtual std::size_t contextSize() const = 0;
+
+    virtual SamplingDefaults samplingDefaults() const = 0;
+
+    /// The tokens of the text alone, nothing put before or after it.
+    virtual std::vector<Token> tokenize(std::string_view text, SpecialTokens special) const = 0;
+
+    /// The token that the model wants before everything else, if it wants one.
+    virtual std::optional<Token> openingToken() const = 0;
+
+    /// How the special tokens are written, for texts that hold the same characters by chance or by intent.
+    virtual const std::vector<std::string> &specialTexts() const = 0;
+
+    /// The bytes that a token writes, which need not be whole characters. Empty for a special token, apart from the
+    /// marks of a thought.
+    virtual std::string tokenBytes(Token token) const = 0;
+
+    /// The token says that the model's turn is over.
+    virtual bool endsTurn(Token token) const = 0;
+
+    /// The messages in the layout that the model was trained on, up to where its own turn begins. Nothing where the
+    /// file names no layout, or one that is not known.
+    virtual std::optional<std::string> applyTemplate(std::span<const ChatMessage> messages) const = 0;
+
+    /// Forgets what was evaluated after the first count tokens. Returns how many remain: count, or 0 where the model
+    /// cannot go back to there.
+    virtual std::size_t keep(std::size_t count) = 0;
+
+    /// Evaluates tokens that follow the first position ones, so that the next can be sampled. Returns how many tokens
+    /// stand evaluated then, all together: fewer than asked for where a stop was requested meanwhile. Throws Failure,
+    /// after which nothing is evaluated.
+    virtual std::size_t evaluate(std::span<const Token> tokens, std::size_t position, const std::stop_token &stop) = 0;
+
+    virtual void startSampling(const SamplingSettings &settings) = 0;
+
+    /// Binds what is sampled from here on to a grammar in GBNF with the start symbol "root"; an empty text frees it.
+    /// Throws Failure where the grammar cannot be used.
+    virtual void setGrammar(const std::string &gbnf) = 0;
+
+    /// Chooses the token that follows what was evaluated.
+    virtual Token sample() = 0;
+};
+
+} // namespace lumora::service

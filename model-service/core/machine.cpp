@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/machine.h"
+
+#include <algorithm>
+#include <charconv>
+#include <fstream>
+#include <limits>
+#include <optional>
+#include <sched.h>
+#include <set>
+#include <sstream>
+
+namespace lumora::service {
+
+namespace {
+
+constexpr std::int64_t unlimited = std::numeric_limits<std::int64_t>::max();
+
+std::optional<std::string> firstLine(const std::string &path)
+{
+    std::ifstream file(path);
+    std::string line;
+    return std::getline(file, line) ? std::optional(line) : std::nullopt;
+}
+
+std::optional<std::int64_t> number(const std::optional<std::string> &text)
+{
+    std::int64_t value = 0;
+    if (!text || std::from_chars(text->data(), text->data() + text->size(), value).ec != std::errc())
+        return std::nullopt;
+    return value;
+}
+
+std::int64_t kernelsEstimate(const std::string &root)
+{
+    std::ifstream file(root + "/proc/meminfo");
+    std::string line;
+    while (std::getline(file, line)) {
+        std::istringstream words(line);
+        std::string name;
+        std::int64_t kibibytes = 0;
+        if (words >> name >> kibibytes && name == "MemAvailable:")
+            return kibibytes * 1024;
+    }
+    return unlimited;
+}
+
+/// The path of this process's group, such as /user.slice/app.scope, in the one hierarchy that newer systems have.
+std::string groupPath(const std::string &root)
+{
+    std::ifstream file(root + "/proc/self/cgroup");
+    std::string line;
+    while (std::getline(file, line))
+        if (line.starts_with("0::"))
+            return line.substr(3);
+    return {};
+}
+
+/// What the group and every group around it leave.
+std::int64_t groupLimit(const std::string &root)
+{
+    std::int64_t left = unlimited;
+    for (std::string path = groupPath(root); path.size() > 1; path.erase(path.find_last_of('/'))) {
+        const std::string folder = root + "/sys/fs/cgroup" + path;
+        const auto limit = number(firstLine(folder + "/memory.max"));
+        const auto used = number(firstLine(folder + "/memory.current"));
+        if (limit && used)
+            left = std::min(left, std::max<std::int64_t>(*limit - *used, 0));
+        if (path.find('/') == std::string::npos)
+            break;
+    }
+    return left;
+}
+
+} // namespace
+
+std::int64_t availableMemory(const std::string &root)
+{
+    return std::min(kernelsEstimate(root), groupLimit(root));
+}
+
+int physicalCores(const std::string &root)
+{
+    cpu_set_t allowed;
+    CPU_ZERO(&allowed);
+    if (sched_getaffinity(0, sizeof allowed, &allowed) != 0)
+        return 1;
+    std::set<std::string> cores;
+    for (std::size_t cpu = 0; cpu < CPU_SETSIZE; ++cpu) {
+        if (!CPU_ISSET(cpu, &allowed))
+            continue;
+        const std::string name = std::to_string(cpu);
+        const auto siblings = firstLine(root + "/sys/devices/system/cpu/cpu" + name + "/topology/thread_siblings_list");
+        cores.insert(siblings.value_or(name));
+    }
+    return std::max<int>(static_cast<int>(cores.size()), 1);
+}
+
+} // namespace lumora::service

@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "core/service.h"
+
+#include "core/failure.h"
+#include "core/reply.h"
+
+#include <new>
+#include <utility>
+
+namespace lumora::service {
+
+namespace {
+
+wire::Answer failed(std::int64_t id, const Failure &failure)
+{
+    return wire::Failed{id, failure.code(), failure.message()};
+}
+
+} // namespace
+
+Service::Service(Engine &engine, Inbox &inbox, Send send, std::function<void(const wire::Answer *)> loadCrashes)
+    : m_engine(engine)
+    , m_inbox(inbox)
+    , m_send(std::move(send))
+    , m_loadCrashes(std::move(loadCrashes))
+    , m_context(engine)
+{
+}
+
+void Service::run()
+{
+    while (const auto job = m_inbox.next())
+        m_send(answer(*job));
+}
+
+wire::Answer Service::answer(const Job &job)
+{
+    return std::visit(
+        [&](const auto &request) -> wire::Answer {
+            try {
+                if (job.stop.stop_requested())
+                    throw cancelled();
+                if constexpr (requires { work(request, job.stop); })
+                    return work(request, job.stop);
+                else
+                    throw internalFailure("a message came out of its turn");
+            } catch (const Failure &failure) {
+                return failed(request.id, failure);
+            } catch (const std::bad_alloc &) {
+                m_context.forget();
+                return failed(request.id, {wire::ErrorCode::noMemory,
+                                           "There is not enough free memory. Close other programs and try again."});
+            } catch (const std::exception &error) {
+                m_context.forget();
+                return failed(request.id, internalFailure(error.what()));
+            }
+        },
+        job.request);
+}
+
+wire::Answer Service::work(const wire::Load &load, const std::stop_token &stop)
+{
+    const wire::Answer ifItCrashes =
+        failed(load.id, badFile(load.path, "the program that runs it crashed while it read the file"));
+    struct Watch
+    {
+        const std::function<void(const wire::Answer *)> &tell;
+        ~Watch() { tell(nullptr); }
+    };
+    m_context.forget();
+    m_loadCrashes(&ifItCrashes);
+    const Watch watch{m_loadCrashes};
+    std::string description = m_engine.load(load.path, load.contextLimit, stop);
+    return wire::Loaded{load.id, static_cast<std::int64_t>(m_engine.contextSize()), std::move(description)};
+}
+
+wire::Answer Service::work(const wire::Count &count, const std::stop_token &)
+{
+    requireModel();
+    const auto tokens = m_engine.tokenize(count.text, SpecialTokens::asText);
+    return wire::Counted{count.id, static_cast<std::int64_t>(tokens.size())};
+}
+
+wire::Answer Service::work(const wire::Respond &respond, const std::stop_token &stop)
+{
+    requireModel();
+    return Reply(m_engine, m_context, respond,
+                 {m_send, [this](const std::string &call) { return m_inbox.toolOutput(call); }, stop})
+        .run();
+}
+
+void Service::requireModel() const
+{
+    if (m_engine.contextSize() == 0)
+        throw notLoaded();
+}
+
+} // namespace lumora::service

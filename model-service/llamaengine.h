@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "core/engine.h"
+#include "llamahandles.h"
+#include "llamasampler.h"
+#include "llamavocabulary.h"
+
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace lumora::service {
+
+/// The engine on libllama.
+class LlamaEngine final : public Engine
+{
+public:
+    /// backendFolder: where ggml's backends lie; empty = where the library itself looks for them.
+    explicit LlamaEngine(const std::string &backendFolder);
+    ~LlamaEngine() override;
+
+    std::string load(const std::string &path, std::optional<std::int64_t> contextLimit,
+                     const std::stop_token &stop) override;
+    std::size_t contextSize() const override { return m_contextSize; }
+    SamplingDefaults samplingDefaults() const override;
+    std::vector<Token> tokenize(std::string_view text, SpecialTokens special) const override;
+    std::optional<Token> openingToken() const override;
+    const std::vector<std::string> &specialTexts() const override;
+    std::string tokenBytes(Token token) const override;
+    bool endsTurn(Token token) const override;
+    std::optional<std::string> applyTemplate(std::span<const ChatMessage> messages) const override;
+    std::size_t keep(std::size_t count) override;
+    std::size_t evaluate(std::span<const Token> tokens, std::size_t position, const std::stop_token &stop) override;
+    void startSampling(const SamplingSettings &settings) override;
+    void setGrammar(const std::string &gbnf) override;
+    Token sample() override;
+
+private:
+    struct Loading;
+
+    void unload();
+    void loadModel(const Loading &loading, int gpuLayers);
+    void makeContext(const Loading &loading);
+    void warmUp(const Loading &loading);
+    bool goesBack() const;
+
+    ModelHandle m_model;
+    std::optional<LlamaVocabulary> m_vocabulary;
+    ContextHandle m_context;
+    std::optional<LlamaSampler> m_sampler;
+    std::size_t m_contextSize = 0;
+    std::stop_token m_stop; // of the evaluation that runs
+};
+
+} // namespace lumora::service

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "core/sampling.h"
+
+#include <llama.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace lumora::service {
+
+/// Writes what libllama has to complain about to the standard error stream, and drops the rest of its log.
+void logWarningsOnly();
+
+/// Why the file that was loaded last did not load, as half a sentence, from what libllama said about it.
+std::string reasonOfLastError(const std::string &architecture);
+
+/// Half a sentence where a model that loads is not one that holds a conversation.
+std::optional<std::string> reasonNotToConverse(const llama_model *model);
+
+/// What the kept state of one token takes, at most; 0 where the state does not grow.
+std::int64_t stateBytesPerToken(const llama_model *model);
+
+SamplingDefaults samplingDefaultsOf(const llama_model *model);
+
+/// For the log: architecture, size and quantisation.
+std::string describe(const llama_model *model);
+
+} // namespace lumora::service

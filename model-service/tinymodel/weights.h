@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "vocabulary.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace lumora::tinymodel {
+
+/// Whether the model begins its replies with a call of a tool.
+enum class Calls {
+    never,
+    once, ///< and not again once it has called
+    always,
+};
+
+struct Shape
+{
+    std::int64_t width = 96;
+    std::int64_t layers = 2;
+    std::int64_t heads = 3;
+    std::int64_t keyHeads = 3;
+    std::int64_t hidden = 128;
+    std::int64_t headSize() const { return width / heads; }
+};
+
+/// One named matrix, row after row. Vectors have one row.
+struct Matrix
+{
+    std::string name;
+    std::int64_t columns = 0;
+    std::int64_t rows = 1;
+    std::vector<float> values;
+};
+
+/// Weights of the llama architecture, random where nothing is said below, the same in every run. One dimension of the
+/// width is constant, one each says of which kind a token is, and the output's rows hold how likely each token is after
+/// each kind; the rest is noise, from the tokens before, that makes texts differ. One attention head looks for a call.
+std::vector<Matrix> talkingWeights(const Shape &shape, const Vocabulary &vocabulary, Calls calls);
+
+/// Random weights only, for measuring speed: every token is about as likely.
+std::vector<Matrix> randomWeights(const Shape &shape, const Vocabulary &vocabulary);
+
+} // namespace lumora::tinymodel
