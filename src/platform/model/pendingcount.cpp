@@ -5,6 +5,8 @@
 
 #include "platform/model/errors.h"
 
+#include <utility>
+
 namespace lumora {
 
 void PendingCount::finish(qint64 tokens)
@@ -41,6 +43,23 @@ QCoro::Task<qint64> PendingCount::result(std::shared_ptr<PendingCount> count)
     if (const auto *failure = std::get_if<Failure>(&*count->m_ending))
         throw ModelError(failure->description);
     co_return std::get<qint64>(*count->m_ending);
+}
+
+std::shared_ptr<PendingCount> PendingCounts::add()
+{
+    std::erase_if(m_counts, [](const auto &count) { return count.expired(); });
+    auto count = std::make_shared<PendingCount>();
+    m_counts.push_back(count);
+    return count;
+}
+
+void PendingCounts::cancelNow()
+{
+    const auto counts = std::exchange(m_counts, {});
+    for (const auto &count : counts) {
+        if (const auto pending = count.lock())
+            pending->cancelNow();
+    }
 }
 
 } // namespace lumora

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <variant>
+#include <vector>
 
 namespace lumora {
 
@@ -40,6 +41,19 @@ private:
 
     std::optional<Ending> m_ending;
     WaitPoint m_news;
+};
+
+/// The counts of one service that somebody may still wait for.
+class PendingCounts
+{
+public:
+    std::shared_ptr<PendingCount> add();
+
+    /// Ends every wait before it returns: for a service that is being destroyed.
+    void cancelNow();
+
+private:
+    std::vector<std::weak_ptr<PendingCount>> m_counts;
 };
 
 } // namespace lumora

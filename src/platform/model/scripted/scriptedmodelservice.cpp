@@ -3,7 +3,6 @@
 
 #include "platform/model/scripted/scriptedmodelservice.h"
 
-#include "platform/model/pendingcount.h"
 #include "platform/model/scripted/scriptedreply.h"
 
 #include <algorithm>
@@ -20,10 +19,7 @@ ScriptedModelService::ScriptedModelService(Writer writer, QObject *parent)
 
 ScriptedModelService::~ScriptedModelService()
 {
-    for (const Count &count : std::exchange(m_counts, {})) {
-        if (const auto pending = count.pending.lock())
-            pending->cancelNow();
-    }
+    m_counts.cancelNow();
 }
 
 Availability ScriptedModelService::availability()
@@ -39,24 +35,21 @@ qint64 ScriptedModelService::contextSize() const
 
 QCoro::Task<qint64> ScriptedModelService::tokenCount(QString text)
 {
-    std::erase_if(m_counts, [](const Count &count) { return count.pending.expired(); });
     m_countedTexts.append(text);
-    auto pending = std::make_shared<PendingCount>();
-    m_counts.push_back({std::move(text), pending});
-    if (!m_holdsCounts)
-        answer(m_counts.back());
-    return PendingCount::result(std::move(pending));
+    const HeldCount count{std::move(text), m_counts.add()};
+    if (m_holdsCounts)
+        m_heldCounts.push_back(count);
+    else
+        answer(count);
+    return PendingCount::result(count.pending);
 }
 
-void ScriptedModelService::answer(const Count &count) const
+void ScriptedModelService::answer(const HeldCount &count) const
 {
-    const auto pending = count.pending.lock();
-    if (!pending)
-        return;
     if (m_countFailure)
-        pending->fail(*m_countFailure);
+        count.pending->fail(*m_countFailure);
     else
-        pending->finish(m_counter(count.text));
+        count.pending->finish(m_counter(count.text));
 }
 
 std::unique_ptr<ModelReply> ScriptedModelService::respond(ReplyRequest request)
@@ -110,7 +103,7 @@ void ScriptedModelService::holdTokenCounts()
 void ScriptedModelService::releaseTokenCounts()
 {
     m_holdsCounts = false;
-    for (const Count &count : m_counts)
+    for (const HeldCount &count : std::exchange(m_heldCounts, {}))
         answer(count);
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/model/modelservice.h"
+#include "platform/model/pendingcount.h"
 #include "platform/model/scripted/script.h"
 
 #include <QPointer>
@@ -16,7 +17,6 @@
 namespace lumora {
 
 class ScriptedReply;
-class PendingCount;
 
 /// A language model that says what it is told to say. Available from the start, with a context of 4096 tokens and a
 /// token for every four UTF-16 units begun.
@@ -64,14 +64,14 @@ public:
     void noteCancelled();
 
 private:
-    struct Count
+    struct HeldCount
     {
         QString text;
-        std::weak_ptr<PendingCount> pending;
+        std::shared_ptr<PendingCount> pending;
     };
 
     Script nextScript(const ReplyRequest &request);
-    void answer(const Count &count) const;
+    void answer(const HeldCount &count) const;
 
     Writer m_writer;
     TokenCounter m_counter;
@@ -79,7 +79,8 @@ private:
     qint64 m_contextSize = 4096;
     std::optional<QString> m_countFailure;
     bool m_holdsCounts = false;
-    std::vector<Count> m_counts; ///< all that somebody may still wait for
+    PendingCounts m_counts;
+    std::vector<HeldCount> m_heldCounts;
     QList<QPointer<ScriptedReply>> m_replies;
     QList<Script> m_queue;
     QList<ReplyRequest> m_requests;

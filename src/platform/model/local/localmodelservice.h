@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "platform/model/local/modelfiles.h"
+#include "platform/model/local/requestqueue.h"
+#include "platform/model/local/serviceprocess.h"
+#include "platform/model/modelservice.h"
+#include "platform/model/pendingcount.h"
+
+#include <QDeadlineTimer>
+#include <QTimer>
+
+#include <chrono>
+#include <optional>
+
+namespace lumora {
+
+/// How long the service is waited for, and its file.
+struct ServicePatience
+{
+    using Time = std::chrono::milliseconds;
+
+    Time untilSettled{3000};   ///< without a change, and the file counts as complete
+    Time untilNextLook{1000};  ///< at a file that is not
+    Time untilCancelled{5000}; ///< without an answer to a cancel, and the service counts as hung
+    Time untilCounted{30000};  ///< the same for a token count
+    Time untilRetry{60000};    ///< after it could not be started, or crashed too often
+};
+
+struct LocalModelSettings
+{
+    /// The user's own models; it need not exist.
+    std::optional<QString> modelFolder;
+    /// Where the built-in model may lie; the first that exists counts.
+    QStringList builtInModels;
+    ServiceCommand command;
+    ServicePatience patience;
+};
+
+/// The language model of this computer, run by the model service. Chooses the file, starts the service, loads the file,
+/// and starts the service anew when it dies. It does nothing until it is first asked for something.
+class LocalModelService : public ModelService
+{
+    Q_OBJECT
+
+public:
+    explicit LocalModelService(LocalModelSettings settings, QObject *parent = nullptr);
+    /// Ends the service; this takes less than a second.
+    ~LocalModelService() override;
+
+    Availability availability() override;
+    qint64 contextSize() const override;
+    /// Waits while the model is loading.
+    QCoro::Task<qint64> tokenCount(QString text) override;
+    /// Waits while the model is loading.
+    std::unique_ptr<ModelReply> respond(ReplyRequest request) override;
+
+private:
+    enum class State {
+        notLooked,
+        noFile,
+        growing,   ///< the file is being written
+        loading,   ///< the service was told to load m_file
+        ready,     ///< it has loaded it
+        badFile,   ///< until the file changes
+        tooLarge,  ///< until the file changes
+        cannotRun, ///< until a pause has passed or the file changes
+        crashing,  ///< until a pause has passed or the file changes
+    };
+
+    void look();
+    bool mustLoad(const ModelFile &file) const;
+    void adopt(const ModelFile &file);
+    void load();
+    void enter(State state, const QString &problem = {});
+    Availability currentAvailability() const;
+    void announceLater();
+    void announce();
+
+    void submit();
+    void send(const wire::Request &request);
+    void cancelReply(qint64 id);
+    void superviseService();
+
+    void startProcess();
+    void dropProcess();
+    void takeAnswer(const wire::Answer &answer);
+    bool takeLoadAnswer(const wire::Answer &answer);
+    void takeEnd(const ServiceEnd &end);
+
+    LocalModelSettings m_settings;
+    State m_state = State::notLooked;
+    QString m_problem; // why a request fails in this state
+    std::optional<ModelFile> m_lastLook;
+    std::optional<ModelFile> m_file; // that the state is about
+    qint64 m_contextSize = 0;
+    int m_crashes = 0; // since the last reply that ended as it should
+    QDeadlineTimer m_retry;
+    QTimer m_nextLook;
+    std::optional<Availability> m_announced; // or given as an answer
+    bool m_isAnnouncementPosted = false;
+
+    ServiceProcess *m_process = nullptr; // a child
+    qint64 m_lastID = 0;
+    qint64 m_loadID = 0;
+    RequestQueue m_requests;
+    PendingCounts m_counts;
+    QTimer m_patience;
+    RequestQueue::Current m_supervised;
+};
+
+} // namespace lumora

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "platform/model/modelservice.h"
+
+#include <QTimer>
+
+namespace lumora {
+
+/// A reply of the model service. Gathers the pieces of text to no more than a screen can show.
+class LocalReply : public ModelReply
+{
+    Q_OBJECT
+
+public:
+    LocalReply();
+    ~LocalReply() override;
+
+    void cancel() override;
+    void answerToolCall(const QString &callID, const QString &output) override;
+
+    // What the service says. All of it is ignored once the reply has ended.
+    void takeText(const QString &piece);
+    void takeToolCall(const QString &callID, const QString &toolName, const QByteArray &argumentsJson);
+    void finish(const Usage &usage, const QByteArray &json);
+    void fail(const QString &description);
+    /// From the event loop.
+    void failLater(const QString &description);
+
+Q_SIGNALS:
+    void cancelled();
+    void toolAnswered(const QString &callID, const QString &output);
+
+private:
+    void flush();
+
+    QTimer m_pause; // runs while text has just been shown
+    QString m_gathered;
+    bool m_hasEnded = false;
+};
+
+} // namespace lumora

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// Why there is no model to answer, and what helps, as whole sentences for the user.
+namespace lumora::problems {
+
+QString noFile(const std::optional<QString> &folder);
+QString growing(const QString &path);
+QString noModel(const QString &path);
+QString tooLarge(const QString &path);
+QString crashing();
+
+} // namespace lumora::problems

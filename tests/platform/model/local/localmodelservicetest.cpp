@@ -1,0 +1,587 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/model/local/localmodelservice.h"
+
+#include "platform/model/outcome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLoggingCategory>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+
+using namespace lumora;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+using Reason = Availability::UnavailableReason;
+
+// A reply and what has come of it.
+class TestReply
+{
+public:
+    TestReply(ModelService &service, const QString &prompt, ReplyRequest request = {})
+    {
+        request.prompt.text = prompt;
+        m_reply = service.respond(std::move(request));
+        QObject::connect(m_reply.get(), &ModelReply::textArrived, [this](const QString &piece) { text += piece; });
+        QObject::connect(m_reply.get(), &ModelReply::toolCalled,
+                         [this](const QString &callID, const QString &name, const QByteArray &arguments) {
+                             calls.append({callID, name, QString::fromUtf8(arguments)});
+                         });
+        QObject::connect(m_reply.get(), &ModelReply::finished, [this](const Usage &counted, const QByteArray &content) {
+            usage = counted;
+            json = content;
+        });
+        QObject::connect(m_reply.get(), &ModelReply::failed,
+                         [this](const QString &description) { failure = description; });
+    }
+
+    bool hasEnded() const { return usage || failure; }
+    ModelReply *operator->() const { return m_reply.get(); }
+
+    QString text;
+    QList<QStringList> calls;
+    std::optional<Usage> usage;
+    QByteArray json;
+    std::optional<QString> failure;
+
+private:
+    std::unique_ptr<ModelReply> m_reply;
+};
+
+bool isRunning(qint64 pid)
+{
+    QFile status(u"/proc/%1/stat"_s.arg(pid));
+    if (!status.open(QIODevice::ReadOnly))
+        return false;
+    // One that has ended, but whose end nobody has noticed yet, is a zombie.
+    const QByteArray text = status.readAll();
+    return text.mid(text.lastIndexOf(')') + 2, 1) != "Z";
+}
+
+} // namespace
+
+class LocalModelServiceTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void answersCountsAndReplies();
+    void requestReachesTheService();
+    void toolCallGoesThereAndBack();
+    void serviceGetsHarmlessSurroundings();
+    void errorOutputDoesNotHoldUpTheService();
+
+    void fileDecidesTheAvailability_data();
+    void fileDecidesTheAvailability();
+    void modelLargerThanMemoryIsNotEligible();
+    void serviceThatCannotRunIsNotEligible_data();
+    void serviceThatCannotRunIsNotEligible();
+    void loadingModelIsNotReady();
+    void fileDroppedInLaterIsPickedUpWhenComplete();
+    void badFileCountsUntilItChanges();
+    void changedFileWaitsForTheReply_data();
+    void changedFileWaitsForTheReply();
+
+    void deathInMidReplyIsTold_data();
+    void deathInMidReplyIsTold();
+    void deathBetweenRequestsGoesUnnoticed();
+    void countThatKillsTheServiceFails();
+    void crashesInARowMakeItUnavailable_data();
+    void crashesInARowMakeItUnavailable();
+    void finishedReplyForgivesCrashes();
+
+    void cancelStopsTheReply();
+    void cancelledReplyThatWaitsIsNeverSent();
+    void hungServiceIsReplaced_data();
+    void hungServiceIsReplaced();
+
+    void destructionEndsEverything_data();
+    void destructionEndsEverything();
+    void hungServiceEndsWithItsProgram();
+
+private:
+    void writeModel(const QByteArray &content);
+    void createService();
+    void becomeAvailable();
+    qint64 servicePid();
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    LocalModelSettings m_settings;
+    std::unique_ptr<LocalModelService> m_service;
+};
+
+void LocalModelServiceTest::init()
+{
+    // Deaths are expected here.
+    QLoggingCategory::setFilterRules(u"lumora.model.warning=false"_s);
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_settings = {};
+    m_settings.modelFolder = m_folder->path();
+    m_settings.command.program = QStringLiteral(FAKE_SERVICE);
+    m_settings.patience.untilSettled = 0ms;
+    m_settings.patience.untilNextLook = 10ms;
+}
+
+void LocalModelServiceTest::cleanup()
+{
+    m_service.reset();
+    m_folder.reset();
+}
+
+void LocalModelServiceTest::writeModel(const QByteArray &content)
+{
+    QFile file(m_folder->filePath(u"model.gguf"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+void LocalModelServiceTest::createService()
+{
+    m_service = std::make_unique<LocalModelService>(m_settings);
+}
+
+void LocalModelServiceTest::becomeAvailable()
+{
+    if (!QFile::exists(m_folder->filePath(u"model.gguf"_s)))
+        writeModel("GGUF fine");
+    createService();
+    QTRY_COMPARE(m_service->availability(), Availability::available());
+}
+
+qint64 LocalModelServiceTest::servicePid()
+{
+    const TestReply reply(*m_service, u"pid"_s);
+    [&reply] { QTRY_VERIFY(reply.hasEnded()); }();
+    return reply.text.toLongLong();
+}
+
+void LocalModelServiceTest::answersCountsAndReplies()
+{
+    writeModel("GGUF fine 1234");
+    createService();
+    QCOMPARE(m_service->contextSize(), 0);
+    const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
+    const auto failed = outcomeOf(m_service->tokenCount(u"fail"_s));
+    const TestReply reply(*m_service, u"structured"_s);
+    QTRY_VERIFY(reply.hasEnded());
+    QCOMPARE(count->value, 4);
+    QCOMPARE(failed->failure, u"Cannot count."_s);
+    QCOMPARE(reply.text, u"So far "_s);
+    QCOMPARE(reply.usage, (Usage{{1}, {2}}));
+    QCOMPARE(reply.json, QByteArray(R"({"title":"A"})"));
+    QCOMPARE(m_service->contextSize(), 1234);
+
+    const TestReply failing(*m_service, u"fail"_s);
+    QTRY_VERIFY(failing.hasEnded());
+    QCOMPARE(failing.failure, u"Too much."_s);
+}
+
+void LocalModelServiceTest::requestReachesTheService()
+{
+    becomeAvailable();
+    const GenerationSchema schema{u"Card"_s, {{u"title"_s, u"A title"_s, GenerationSchema::Type::text}}};
+    ReplyRequest request;
+    request.instructions = u"Be brief."_s;
+    request.tools = {{u"ask"_s, u"Asks."_s, schema}};
+    request.prompt.attachments = {Attachment(u"/tmp/secret.png"_s).label(u"attached image"_s)};
+    request.schema = schema;
+    request.options = {GenerationOptions::SamplingMode::greedy, 0.5, 100};
+    const TestReply reply(*m_service, u"echo “ü”"_s, request);
+    QTRY_VERIFY(reply.hasEnded());
+
+    const auto message = wire::decodeRequest(reply.text.toStdString());
+    QVERIFY(message);
+    const auto sent = std::get<wire::Respond>(*message);
+    QCOMPARE(sent.instructions, "Be brief.");
+    QCOMPARE(sent.prompt, "echo “ü”\n\n[attached image]");
+    QVERIFY(sent.tools == (std::vector<wire::Tool>{{"ask", "Asks.", schema.toJson().toStdString()}}));
+    QVERIFY(sent.schema == schema.toJson().toStdString());
+    QVERIFY(sent.options == (wire::Options{wire::Sampling::greedy, 0.5, 100}));
+}
+
+void LocalModelServiceTest::toolCallGoesThereAndBack()
+{
+    becomeAvailable();
+    ReplyRequest request;
+    request.tools = {{u"ask"_s, u"Asks."_s, {}}};
+    const TestReply reply(*m_service, u"tool"_s, request);
+    QTRY_COMPARE(reply.calls, QList<QStringList>({{u"call 1"_s, u"ask"_s, uR"({"question":"why"})"_s}}));
+    QCOMPARE(reply.text, u"So far Asking"_s);
+    // A look does not disturb it.
+    QCOMPARE(m_service->availability(), Availability::available());
+    reply->answerToolCall(u"call 1"_s, u"that"_s);
+    QTRY_VERIFY(reply.hasEnded());
+    QCOMPARE(reply.text, u"So far Asking: call 1 gave that"_s);
+    QCOMPARE(reply.usage, (Usage{{7}, {3}}));
+}
+
+void LocalModelServiceTest::serviceGetsHarmlessSurroundings()
+{
+    qputenv("HOME", "/somewhere");
+    qputenv("DISPLAY", ":99");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
+    qputenv("LANG", "C.UTF-8");
+    becomeAvailable();
+    const TestReply reply(*m_service, u"environment"_s);
+    QTRY_VERIFY(reply.hasEnded());
+    QVERIFY(reply.text.contains(u"PATH="_s));
+    QVERIFY(reply.text.contains(u"LANG=C.UTF-8\n"_s));
+    for (const QString &word : {u"HOME"_s, u"DISPLAY"_s, u"DBUS"_s})
+        QVERIFY2(!reply.text.contains(word), qPrintable(reply.text));
+    QVERIFY(reply.text.endsWith(u"\nin /"_s));
+}
+
+void LocalModelServiceTest::errorOutputDoesNotHoldUpTheService()
+{
+    becomeAvailable();
+    const TestReply reply(*m_service, u"noise"_s);
+    QTRY_VERIFY(reply.usage);
+}
+
+void LocalModelServiceTest::fileDecidesTheAvailability_data()
+{
+    QTest::addColumn<QByteArray>("content"); // null: no file
+    QTest::addColumn<Reason>("reason");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("no file") << QByteArray() << Reason::appleIntelligenceNotEnabled << u"Put a model file"_s;
+    QTest::newRow("empty") << QByteArray("") << Reason::other << u"model.gguf is not a model file"_s;
+    QTest::newRow("no model") << QByteArray("PK\x03\x04 a zip") << Reason::other << u"is not a model file"_s;
+    QTest::newRow("does not load") << QByteArray("GGUF bad") << Reason::other << u"This file is broken."_s;
+    QTest::newRow("too little memory") << QByteArray("GGUF memory") << Reason::deviceNotEligible
+                                       << u"There is not enough memory."_s;
+    QTest::newRow("crashes while loading") << QByteArray("GGUF crash") << Reason::other << u"keeps crashing"_s;
+    QTest::newRow("processor too old") << QByteArray("GGUF illegal") << Reason::deviceNotEligible
+                                       << u"processor does not have"_s;
+}
+
+void LocalModelServiceTest::fileDecidesTheAvailability()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(Reason, reason);
+    QFETCH(QString, problem);
+    if (!content.isNull())
+        writeModel(content);
+    createService();
+    QTRY_COMPARE(m_service->availability(), Availability::unavailable(reason));
+    // And stays so.
+    QTest::qWait(50);
+    QCOMPARE(m_service->availability(), Availability::unavailable(reason));
+
+    QCOMPARE(m_service->contextSize(), 0);
+    const TestReply reply(*m_service, u"pid"_s);
+    const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
+    QVERIFY(!reply.hasEnded());
+    QTRY_VERIFY(reply.hasEnded() && count->isDone());
+    QVERIFY2(reply.failure->contains(problem), qPrintable(*reply.failure));
+    QCOMPARE(count->failure, reply.failure);
+}
+
+void LocalModelServiceTest::modelLargerThanMemoryIsNotEligible()
+{
+    writeModel("GGUF fine");
+    const QString path = m_folder->filePath(u"model.gguf"_s);
+    if (!QFile::resize(path, memorySize() + 1))
+        QSKIP("this file system has no sparse file of that size");
+    createService();
+    QTRY_COMPARE(m_service->availability(), Availability::unavailable(Reason::deviceNotEligible));
+    QVERIFY(QFile::resize(path, 1000));
+    QTRY_COMPARE(m_service->availability(), Availability::available());
+}
+
+void LocalModelServiceTest::serviceThatCannotRunIsNotEligible_data()
+{
+    QTest::addColumn<ServiceCommand>("command");
+    QTest::newRow("no such program") << ServiceCommand{u"/nowhere/lumora-model"_s, {}};
+    QTest::newRow("no program") << ServiceCommand{u"/etc/passwd"_s, {}};
+    QTest::newRow("no command") << ServiceCommand{};
+    QTest::newRow("no library") << ServiceCommand{u"/bin/sh"_s, {u"-c"_s, u"exit 127"_s}};
+}
+
+void LocalModelServiceTest::serviceThatCannotRunIsNotEligible()
+{
+    QFETCH(ServiceCommand, command);
+    m_settings.command = command;
+    writeModel("GGUF fine");
+    createService();
+    QSignalSpy changes(m_service.get(), &ModelService::availabilityChanged);
+    const TestReply reply(*m_service, u"pid"_s);
+    QTRY_COMPARE(m_service->availability(), Availability::unavailable(Reason::deviceNotEligible));
+    QTRY_VERIFY(reply.hasEnded());
+    QVERIFY(reply.failure->contains(u"cannot be started"_s));
+}
+
+void LocalModelServiceTest::loadingModelIsNotReady()
+{
+    writeModel("GGUF slow");
+    createService();
+    QCOMPARE(m_service->availability(), Availability::unavailable(Reason::modelNotReady));
+    const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
+    QTest::qWait(50);
+    QCOMPARE(m_service->availability(), Availability::unavailable(Reason::modelNotReady));
+    QVERIFY(!count->isDone());
+}
+
+void LocalModelServiceTest::fileDroppedInLaterIsPickedUpWhenComplete()
+{
+    m_settings.patience.untilSettled = 200ms;
+    createService();
+    QSignalSpy changes(m_service.get(), &ModelService::availabilityChanged);
+    QCOMPARE(m_service->availability(), Availability::unavailable(Reason::appleIntelligenceNotEnabled));
+
+    writeModel("GG");
+    QCOMPARE(m_service->availability(), Availability::unavailable(Reason::modelNotReady));
+    writeModel("GGUF fine");
+    // Nobody asks any more; the change is told.
+    QVERIFY(changes.wait(30000));
+    QCOMPARE(m_service->availability(), Availability::available());
+    QCOMPARE(changes.size(), 1);
+}
+
+void LocalModelServiceTest::badFileCountsUntilItChanges()
+{
+    writeModel("GGUF bad");
+    createService();
+    QTRY_COMPARE(m_service->availability(), Availability::unavailable(Reason::other));
+    writeModel("GGUF better");
+    QCOMPARE(m_service->availability(), Availability::unavailable(Reason::modelNotReady));
+    QTRY_COMPARE(m_service->availability(), Availability::available());
+}
+
+void LocalModelServiceTest::changedFileWaitsForTheReply_data()
+{
+    QTest::addColumn<bool>("isRemoved");
+    QTest::newRow("another file") << false;
+    QTest::newRow("removed") << true;
+}
+
+void LocalModelServiceTest::changedFileWaitsForTheReply()
+{
+    QFETCH(bool, isRemoved);
+    becomeAvailable();
+    ReplyRequest request;
+    request.tools = {{u"ask"_s, u"Asks."_s, {}}};
+    const TestReply reply(*m_service, u"tool"_s, request);
+    QTRY_COMPARE(reply.calls.size(), 1);
+
+    QVERIFY(QFile::remove(m_folder->filePath(u"model.gguf"_s)));
+    if (!isRemoved)
+        writeModel("GGUF other 99");
+    for (int check = 0; check < 3; ++check) {
+        QCOMPARE(m_service->availability(), Availability::available());
+        QTest::qWait(20);
+    }
+    QCOMPARE(m_service->contextSize(), 1000);
+
+    QSignalSpy changes(m_service.get(), &ModelService::availabilityChanged);
+    reply->answerToolCall(u"call 1"_s, u"that"_s);
+    QTRY_VERIFY(reply.usage);
+    QTRY_VERIFY(!changes.isEmpty());
+    if (isRemoved) {
+        QCOMPARE(m_service->availability(), Availability::unavailable(Reason::appleIntelligenceNotEnabled));
+    } else {
+        QTRY_COMPARE(m_service->availability(), Availability::available());
+        QCOMPARE(m_service->contextSize(), 99);
+    }
+}
+
+void LocalModelServiceTest::deathInMidReplyIsTold_data()
+{
+    QTest::addColumn<QString>("prompt");
+    QTest::addColumn<QString>("failure"); // a part of it
+    QTest::newRow("crash") << u"abort"_s << u"crashed (signal 6)"_s;
+    QTest::newRow("killed") << u"kill"_s << u"memory"_s;
+    QTest::newRow("stopped") << u"terminate"_s << u"stopped from outside"_s;
+    QTest::newRow("exit") << u"exit"_s << u"ended by itself (exit code 3)"_s;
+    QTest::newRow("frame without an end") << u"huge"_s << u"makes no sense"_s;
+    QTest::newRow("frame without a message") << u"nonsense"_s << u"makes no sense"_s;
+    QTest::newRow("answer to another question") << u"senseless"_s << u"makes no sense"_s;
+}
+
+void LocalModelServiceTest::deathInMidReplyIsTold()
+{
+    QFETCH(QString, prompt);
+    QFETCH(QString, failure);
+    becomeAvailable();
+    const qint64 pid = servicePid();
+    const TestReply reply(*m_service, prompt);
+    QTRY_VERIFY(reply.hasEnded());
+    QVERIFY2(reply.failure && reply.failure->contains(failure), qPrintable(reply.failure.value_or(u"none"_s)));
+    QCOMPARE(reply.text, u"So far "_s);
+
+    // Asked at once, before the new one can have loaded.
+    const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
+    QVERIFY(servicePid() != pid);
+    QCOMPARE(count->value, 4);
+    QVERIFY(!isRunning(pid));
+    QCOMPARE(m_service->availability(), Availability::available());
+}
+
+void LocalModelServiceTest::deathBetweenRequestsGoesUnnoticed()
+{
+    becomeAvailable();
+    const qint64 pid = servicePid();
+    QVERIFY(::kill(static_cast<pid_t>(pid), SIGKILL) == 0);
+    // Nothing here knows of it yet.
+    const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
+    const TestReply reply(*m_service, u"structured"_s);
+    QTRY_VERIFY(reply.hasEnded());
+    QCOMPARE(count->value, 4);
+    QVERIFY(reply.usage);
+}
+
+void LocalModelServiceTest::countThatKillsTheServiceFails()
+{
+    becomeAvailable();
+    const auto count = outcomeOf(m_service->tokenCount(u"abort"_s));
+    QTRY_VERIFY(count->isDone());
+    QVERIFY(count->failure && count->failure->contains(u"crashed"_s));
+    const auto next = outcomeOf(m_service->tokenCount(u"four"_s));
+    QTRY_COMPARE(next->value, 4);
+}
+
+void LocalModelServiceTest::crashesInARowMakeItUnavailable_data()
+{
+    QTest::addColumn<bool>("hasPaused");
+    QTest::newRow("until the file changes") << false;
+    QTest::newRow("until a pause has passed") << true;
+}
+
+void LocalModelServiceTest::crashesInARowMakeItUnavailable()
+{
+    QFETCH(bool, hasPaused);
+    m_settings.patience.untilRetry = hasPaused ? 500ms : 1h;
+    becomeAvailable();
+    for (int crash = 0; crash < 3; ++crash) {
+        const TestReply reply(*m_service, u"abort"_s);
+        QTRY_VERIFY(reply.failure);
+    }
+    QCOMPARE(m_service->availability(), Availability::unavailable(Reason::other));
+    if (!hasPaused) {
+        QTest::qWait(50);
+        QCOMPARE(m_service->availability(), Availability::unavailable(Reason::other));
+        writeModel("GGUF better");
+    }
+    QTRY_COMPARE(m_service->availability(), Availability::available());
+}
+
+void LocalModelServiceTest::finishedReplyForgivesCrashes()
+{
+    becomeAvailable();
+    for (int crash = 0; crash < 4; ++crash) {
+        const TestReply crashing(*m_service, u"abort"_s);
+        QTRY_VERIFY(crashing.failure);
+        const TestReply working(*m_service, u"pid"_s);
+        QTRY_VERIFY(working.usage);
+    }
+}
+
+void LocalModelServiceTest::cancelStopsTheReply()
+{
+    becomeAvailable();
+    const qint64 pid = servicePid();
+    const TestReply reply(*m_service, u"stream"_s);
+    QTRY_VERIFY(reply.text.count(u"la"_s) > 3);
+    reply->cancel();
+    const QString text = reply.text;
+    QCOMPARE(servicePid(), pid);
+    QCOMPARE(reply.text, text);
+    QVERIFY(!reply.hasEnded());
+}
+
+void LocalModelServiceTest::cancelledReplyThatWaitsIsNeverSent()
+{
+    writeModel("GGUF fine");
+    createService();
+    const TestReply cancelled(*m_service, u"abort"_s);
+    cancelled->cancel();
+    {
+        const TestReply dropped(*m_service, u"abort"_s);
+    }
+    const TestReply next(*m_service, u"structured"_s);
+    QTRY_VERIFY(next.hasEnded());
+    QVERIFY(next.usage);
+    QVERIFY(!cancelled.hasEnded());
+}
+
+void LocalModelServiceTest::hungServiceIsReplaced_data()
+{
+    QTest::addColumn<bool>("isCount");
+    QTest::newRow("cancelled reply") << false;
+    QTest::newRow("count") << true;
+}
+
+void LocalModelServiceTest::hungServiceIsReplaced()
+{
+    QFETCH(bool, isCount);
+    m_settings.patience.untilCancelled = 100ms;
+    m_settings.patience.untilCounted = 100ms;
+    becomeAvailable();
+    const qint64 pid = servicePid();
+    std::shared_ptr<Outcome<qint64>> count;
+    if (isCount) {
+        count = outcomeOf(m_service->tokenCount(u"hang"_s));
+    } else {
+        const TestReply reply(*m_service, u"hang"_s);
+        QTRY_VERIFY(!reply.text.isEmpty());
+        reply->cancel();
+    }
+    QVERIFY(servicePid() != pid);
+    QVERIFY(!isRunning(pid));
+    if (isCount)
+        QVERIFY(count->failure && count->failure->contains(u"no longer answered"_s));
+}
+
+void LocalModelServiceTest::destructionEndsEverything_data()
+{
+    QTest::addColumn<QString>("prompt");
+    QTest::newRow("idle") << QString();
+    QTest::newRow("in mid-reply") << u"stream"_s;
+    QTest::newRow("hung") << u"hang"_s;
+}
+
+void LocalModelServiceTest::destructionEndsEverything()
+{
+    QFETCH(QString, prompt);
+    becomeAvailable();
+    const qint64 pid = servicePid();
+    std::optional<TestReply> reply;
+    if (!prompt.isEmpty()) {
+        reply.emplace(*m_service, prompt);
+        QTRY_VERIFY(!reply->text.isEmpty());
+    }
+    const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
+    QVERIFY(isRunning(pid));
+    m_service.reset();
+    QVERIFY(count->isCancelled);
+    QVERIFY(!isRunning(pid));
+    if (reply)
+        (*reply)->cancel();
+}
+
+void LocalModelServiceTest::hungServiceEndsWithItsProgram()
+{
+    writeModel("GGUF fine");
+    QProcess host;
+    host.start(QStringLiteral(SERVICE_HOST), {QStringLiteral(FAKE_SERVICE), m_folder->filePath(u"model.gguf"_s)});
+    QVERIFY(host.waitForReadyRead(30000));
+    const qint64 pid = host.readAllStandardOutput().trimmed().toLongLong();
+    QVERIFY(isRunning(pid));
+    host.kill();
+    QVERIFY(host.waitForFinished(30000));
+    QTRY_VERIFY(!isRunning(pid));
+}
+
+QTEST_GUILESS_MAIN(LocalModelServiceTest)
+#include "localmodelservicetest.moc"
