@@ -4,7 +4,6 @@
 #include "store/chatstore.h"
 
 #include "generation/generationtask.h"
-#include "platform/files/jsonwriter.h"
 #include "platform/files/storagelocation.h"
 #include "platform/text/textrules.h"
 #include "store/availabilitymessage.h"
@@ -187,9 +186,7 @@ FileOutcome ChatStore::writeHistory(const QString &path)
             return failed;
         m_historyFile = HistoryFile::sound;
     }
-    JsonWriter json;
-    writeConversations(json, conversations());
-    return replaceFile(path, json.bytes());
+    return replaceFile(path, encodeConversations(conversations()));
 }
 
 } // namespace lumora

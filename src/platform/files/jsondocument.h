@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QUuid>
 
+#include <rapidjson/fwd.h>
+
 #include <exception>
 #include <memory>
 #include <optional>
@@ -26,6 +28,11 @@ public:
 class JsonValue
 {
 public:
+    explicit JsonValue(const rapidjson::Value &value)
+        : m_value(&value)
+    {
+    }
+
     /// Of an object: a member that must be there.
     JsonValue member(const char *key) const;
     /// Of an object: a member that may be missing or null.
@@ -44,17 +51,7 @@ public:
     QUuid identifier() const;
 
 private:
-    friend class JsonDocument;
-
-    explicit JsonValue(const void *node)
-        : m_node(node)
-    {
-    }
-
-    std::optional<JsonValue> find(const char *key) const;
-    QByteArrayView utf8() const;
-
-    const void *m_node; // the parser's own value
+    const rapidjson::Value *m_value;
 };
 
 /// A whole JSON text, UTF-8, read strictly.
@@ -70,8 +67,7 @@ public:
 
 private:
     QByteArray m_bytes; // parsed in place: the texts of the document lie in it
-    struct Parsed;
-    std::unique_ptr<Parsed> m_parsed;
+    std::unique_ptr<rapidjson::Document> m_document;
 };
 
 } // namespace lumora

@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+namespace lumora {
+
+/// Takes the desktop's font; where none is set, the one of the fonts at hand that suits the window best. To be called
+/// once the application object exists.
+void chooseFont();
+
+} // namespace lumora

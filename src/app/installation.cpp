@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/installation.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace lumora {
+
+namespace {
+
+QString servicePath(const QDir &programFolder)
+{
+    const QString installed = QDir::cleanPath(programFolder.filePath(QStringLiteral("../libexec/lumora/lumora-model")));
+    return QFileInfo(installed).isExecutable() ? installed : programFolder.filePath(QStringLiteral("lumora-model"));
+}
+
+} // namespace
+
+LocalModelSettings installedModel(const QString &programFolder, const std::optional<QString> &storageFolder)
+{
+    const QDir models(QDir::cleanPath(programFolder + QStringLiteral("/../share/lumora")));
+    LocalModelSettings settings;
+    if (storageFolder)
+        settings.modelFolder = *storageFolder + QStringLiteral("/Models");
+    // The tiny one is there only where the program was built; it says nothing sensible.
+    settings.builtInModels = {models.filePath(QStringLiteral("builtin.gguf")),
+                              models.filePath(QStringLiteral("tiny.gguf"))};
+    settings.command.program = servicePath(QDir(programFolder));
+    return settings;
+}
+
+} // namespace lumora

@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "platform/model/local/localmodelservice.h"
+
+#include <QString>
+
+namespace lumora {
+
+/// Where the model service and the models lie, seen from the folder of the program's executable: beside it and in
+/// ../share/lumora where the program was built, in ../libexec/lumora and ../share/lumora where it is installed.
+/// The user's own models lie in the program's folder of the data directory.
+LocalModelSettings installedModel(const QString &programFolder, const std::optional<QString> &storageFolder);
+
+} // namespace lumora

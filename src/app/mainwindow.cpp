@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/mainwindow.h"
+
+#include "store/chatstore.h"
+
+#include <QQmlExtensionPlugin>
+#include <QQuickWindow>
+
+Q_IMPORT_QML_PLUGIN(org_lumora_uiPlugin)
+
+namespace lumora {
+
+MainWindow::MainWindow(ChatStore *store)
+{
+    m_engine.setNetworkAccessManagerFactory(&m_network);
+    m_engine.addImportPath(QStringLiteral(":/qt/qml"));
+    m_engine.setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(store)}});
+    m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/org/lumora/ui/Main.qml")));
+}
+
+bool MainWindow::isShown() const
+{
+    return !m_engine.rootObjects().isEmpty();
+}
+
+void MainWindow::raise()
+{
+    const QObjectList roots = m_engine.rootObjects();
+    auto *window = roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
+    if (!window)
+        return;
+    window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
+    window->show();
+    window->raise();
+    window->requestActivate();
+}
+
+} // namespace lumora

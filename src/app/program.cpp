@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/program.h"
+
+#include "app/appearance.h"
+#include "app/mainwindow.h"
+#include "app/singleinstance.h"
+#include "platform/files/storagelocation.h"
+#include "store/chatstore.h"
+
+#include <QGuiApplication>
+#include <QTextStream>
+
+#include <cstdlib>
+
+namespace lumora {
+
+namespace {
+
+void say(const QString &line)
+{
+    QTextStream(stderr) << line << Qt::endl;
+}
+
+int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString> &applicationSupport,
+              SingleInstance *instance)
+{
+    ChatStore store(SystemLanguageModel(std::move(service)), applicationSupport);
+    MainWindow window(&store);
+    if (!window.isShown())
+        return EXIT_FAILURE;
+    if (instance)
+        QObject::connect(instance, &SingleInstance::raiseRequested, &store, [&window] { window.raise(); });
+    return QGuiApplication::exec();
+}
+
+} // namespace
+
+void prepareApplication()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("Lumora"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(LUMORA_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.lumora.Lumora"));
+}
+
+int runProgram(std::shared_ptr<ModelService> service)
+{
+    chooseFont();
+    const std::optional<QString> applicationSupport = applicationSupportDirectory();
+    const std::optional<QString> folder = storageFolder(applicationSupport);
+    if (!folder)
+        return runWindow(std::move(service), applicationSupport, nullptr);
+
+    SingleInstance instance(*folder);
+    switch (instance.claim()) {
+    case SingleInstance::Outcome::first:
+        return runWindow(std::move(service), applicationSupport, &instance);
+    case SingleInstance::Outcome::second:
+        say(QStringLiteral("Lumora is already running; its window has been raised."));
+        return EXIT_SUCCESS;
+    case SingleInstance::Outcome::silent:
+        say(QStringLiteral("Lumora is already running, but its window does not answer."));
+        return EXIT_FAILURE;
+    case SingleInstance::Outcome::unguarded:
+        break;
+    }
+    return runWindow(std::move(service), applicationSupport, nullptr);
+}
+
+} // namespace lumora

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import QtQuick.Templates as T
+
+/// A button with a title and a symbol. A highlighted one is what the user most likely wants next.
+T.Button {
+    id: button
+
+    required property url symbol
+
+    readonly property color ink: highlighted && enabled ? Theme.accentText : enabled ? Theme.text : Theme.tertiaryText
+
+    focusPolicy: Qt.TabFocus
+    implicitHeight: 32
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    leftPadding: 14
+    rightPadding: 14
+
+    background: Rectangle {
+        color: !button.enabled ? Theme.fill : button.highlighted ? Theme.accent : button.down ? Theme.pressedFill : button.hovered ? Theme.hoverFill : Theme.fill
+        opacity: button.highlighted && button.down ? 0.8 : button.highlighted && button.hovered ? 0.92 : 1
+        radius: Theme.controlRadius
+
+        FocusRing {
+            isShown: button.visualFocus
+            radius: Theme.controlRadius + 2
+        }
+    }
+    contentItem: SymbolLabel {
+        color: button.ink
+        font.pixelSize: Theme.rowSize
+        font.weight: Font.DemiBold
+        spacing: 8
+        symbol: button.symbol
+        symbolColor: button.ink
+        text: button.text
+    }
+}

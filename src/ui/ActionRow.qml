@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import QtQuick.Layouts
+import org.lumora.ui
+
+/// What can be done with the draft, or with the reply that is being generated.
+RowLayout {
+    id: row
+
+    required property ChatStore store
+
+    spacing: 8
+
+    PrivacyNote {
+        Layout.fillWidth: true
+    }
+    ActionButton {
+        enabled: row.store.canSend
+        highlighted: true
+        symbol: Symbols.arrowup
+        text: qsTr("Send")
+        visible: !row.store.isGenerating
+
+        onClicked: row.store.send()
+
+        Shortcut {
+            enabled: row.store.canSend
+            sequences: ["Ctrl+Return", "Ctrl+Enter"]
+
+            onActivated: row.store.send()
+        }
+    }
+    ActionButton {
+        symbol: Symbols.stop
+        text: qsTr("Stop")
+        visible: row.store.isGenerating
+
+        onClicked: row.store.stopGenerating()
+    }
+}

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import org.lumora.ui
+
+/// A structured answer.
+Rectangle {
+    id: view
+
+    required property answerCard card
+
+    color: Theme.fill
+    implicitHeight: column.implicitHeight + 28
+    radius: Theme.cardRadius
+
+    Column {
+        id: column
+
+        anchors.left: parent.left
+        anchors.margins: 14
+        anchors.right: parent.right
+        anchors.top: parent.top
+        spacing: 10
+
+        PlainText {
+            Accessible.role: Accessible.Heading
+            font.pixelSize: Theme.headlineSize
+            font.weight: Font.DemiBold
+            text: view.card.title
+            width: parent.width
+            wrapMode: Text.Wrap
+        }
+        MessageTextView {
+            content: view.card.summary
+            isVerbatim: true
+            width: parent.width
+        }
+        CardSection {
+            heading: qsTr("Key points")
+            lines: view.card.keyPoints
+            symbol: Symbols.checkcircle
+            width: parent.width
+        }
+        CardSection {
+            heading: qsTr("Next steps")
+            lines: view.card.nextSteps
+            symbol: Symbols.arrowcircle
+            width: parent.width
+        }
+    }
+}

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import QtQuick.Layouts
+import org.lumora.ui
+
+/// Where the next message is written and sent.
+FocusScope {
+    id: composer
+
+    required property ChatStore store
+
+    function focusEditor() {
+        editor.focusText();
+    }
+
+    implicitHeight: column.implicitHeight + 28
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.fill
+    }
+    ColumnLayout {
+        id: column
+
+        anchors.left: parent.left
+        anchors.margins: 14
+        anchors.right: parent.right
+        anchors.top: parent.top
+        spacing: 8
+
+        ModeRow {
+            Layout.fillWidth: true
+            store: composer.store
+        }
+        MessageEditor {
+            id: editor
+
+            Layout.fillWidth: true
+            focus: true
+            store: composer.store
+        }
+        ActionRow {
+            Layout.fillWidth: true
+            store: composer.store
+        }
+    }
+}

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+
+/// How much of the model's context the latest prompt took.
+PlainText {
+    id: meter
+
+    required property real tokens
+    required property real size
+
+    color: Theme.secondaryText
+    font.pixelSize: Theme.captionSize
+    text: qsTr("Context %1 / %2 tokens").arg(tokens).arg(size)
+
+    HoverHandler {
+        id: pointer
+    }
+    Hint {
+        text: qsTr("Tokens counted for the latest prompt. Image, instructions, tools, and output also use context.")
+        visible: pointer.hovered
+    }
+}

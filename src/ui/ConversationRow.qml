@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import QtQuick.Templates as T
+
+/// One chat in the sidebar.
+T.ItemDelegate {
+    id: row
+
+    required property int index
+    required property string title
+    required property var conversationID // a QUuid
+    property bool isSelected: false
+    property bool isCurrent: false
+
+    signal menuRequested(x: real, y: real)
+
+    Accessible.name: title
+    Accessible.role: Accessible.ListItem
+    Accessible.selected: isSelected
+    focusPolicy: Qt.NoFocus
+    implicitHeight: 34
+    leftPadding: 18
+    rightPadding: 18
+
+    background: Item {
+        Rectangle {
+            anchors.fill: parent
+            anchors.leftMargin: 8
+            anchors.rightMargin: 8
+            color: row.isSelected ? Theme.selectedRow : row.down ? Theme.pressedFill : row.hovered ? Theme.fill : "transparent"
+            radius: Theme.rowRadius
+
+            FocusRing {
+                anchors.margins: 0
+                isShown: row.isCurrent
+                radius: Theme.rowRadius
+            }
+        }
+    }
+    contentItem: SymbolLabel {
+        font.pixelSize: Theme.rowSize
+        spacing: 10
+        symbol: Symbols.bubble
+        text: row.title
+    }
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+
+        onTapped: eventPoint => row.menuRequested(eventPoint.position.x, eventPoint.position.y)
+    }
+}

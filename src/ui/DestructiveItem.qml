@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import QtQuick.Templates as T
+
+/// A menu entry that takes something away for good.
+T.MenuItem {
+    id: item
+
+    implicitHeight: 28
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    leftPadding: 8
+    rightPadding: 8
+
+    background: Rectangle {
+        color: item.highlighted ? Theme.failureGround : "transparent"
+        radius: 5
+    }
+    contentItem: PlainText {
+        color: Theme.failure
+        font.pixelSize: Theme.rowSize
+        text: item.text
+        verticalAlignment: Text.AlignVCenter
+    }
+}

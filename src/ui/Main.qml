@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import QtQuick.Controls.Basic
+import org.lumora.ui
+
+/// The one window: chats at the side, the selected chat beside them.
+ApplicationWindow {
+    id: window
+
+    required property ChatStore store
+
+    color: Theme.ground
+    font.pixelSize: Theme.bodySize
+    height: 800
+    minimumHeight: 520
+    minimumWidth: 760
+    title: store.windowTitle
+    visible: true
+    width: 1080
+
+    SplitView {
+        anchors.fill: parent
+
+        handle: SplitHandle {}
+
+        Sidebar {
+            SplitView.minimumWidth: 220
+            SplitView.preferredWidth: 250
+            store: window.store
+        }
+        ChatView {
+            id: chat
+
+            SplitView.fillWidth: true
+            SplitView.minimumWidth: 360
+            focus: true
+            store: window.store
+        }
+    }
+    Shortcut {
+        sequence: "Ctrl+N"
+
+        onActivated: {
+            window.store.newConversation();
+            chat.focusEditor();
+        }
+    }
+    Timer {
+        interval: 10000
+        repeat: true
+        running: true
+
+        onTriggered: window.store.refreshAvailability()
+    }
+}

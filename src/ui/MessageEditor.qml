@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import QtQuick.Controls.Basic
+import org.lumora.ui
+
+/// The editor of the draft. Return sends, Shift+Return breaks the line.
+ScrollView {
+    id: editor
+
+    required property ChatStore store
+
+    function focusText() {
+        area.forceActiveFocus();
+    }
+    function handleReturn(event: var) {
+        if (event.modifiers & Qt.ShiftModifier)
+            return;
+        event.accepted = true;
+        if (area.inputMethodComposing)
+            Qt.inputMethod.commit();
+        else if (store.canSend)
+            store.send();
+    }
+
+    ScrollBar.horizontal.policy: ScrollBar.AlwaysOff
+    ScrollBar.vertical: ThinScrollBar {
+        height: editor.height
+        x: editor.width - width
+    }
+    contentWidth: availableWidth
+    implicitHeight: Math.min(Math.max(area.implicitHeight, 65), 120)
+
+    TextArea {
+        id: area
+
+        Accessible.name: qsTr("Message")
+        Keys.onEnterPressed: event => editor.handleReturn(event)
+        Keys.onReturnPressed: event => editor.handleReturn(event)
+        Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+        Keys.onTabPressed: nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
+        background: null
+        color: Theme.text
+        focus: true
+        font.pixelSize: Theme.bodySize
+        leftPadding: 0
+        rightPadding: 12
+        selectByMouse: true
+        selectedTextColor: Theme.text
+        selectionColor: Theme.selection
+        text: editor.store.draft
+        textFormat: TextEdit.PlainText
+        topPadding: 4
+        wrapMode: TextEdit.Wrap
+
+        onTextChanged: editor.store.draft = text
+    }
+}

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import QtQuick.Templates as T
+
+/// One response mode. The chosen one is in the Tab order; Left and Right go on to the next.
+T.AbstractButton {
+    id: segment
+
+    required property int index
+    required property string modelData
+
+    /// The user asks for the segment so many steps to the right.
+    signal moved(steps: int)
+
+    Accessible.checkable: true
+    Accessible.checked: checked
+    Accessible.name: text
+    Accessible.role: Accessible.RadioButton
+    Keys.onLeftPressed: moved(-1)
+    Keys.onRightPressed: moved(1)
+    activeFocusOnTab: checked
+    focusPolicy: Qt.NoFocus
+    height: parent.height
+    text: modelData
+
+    background: Rectangle {
+        border.color: Theme.hairline
+        border.width: segment.checked ? 1 : 0
+        color: segment.checked ? Theme.segment : segment.hovered ? Theme.fill : "transparent"
+        radius: Theme.controlRadius - 2
+
+        FocusRing {
+            anchors.margins: 0
+            isShown: segment.visualFocus
+            radius: Theme.controlRadius - 2
+        }
+    }
+    contentItem: PlainText {
+        color: segment.checked ? Theme.text : Theme.secondaryText
+        font.pixelSize: Theme.rowSize
+        horizontalAlignment: Text.AlignHCenter
+        text: segment.text
+        verticalAlignment: Text.AlignVCenter
+    }
+}

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import QtQuick.Templates as T
+
+T.Button {
+    id: button
+
+    bottomPadding: 10
+    focusPolicy: Qt.TabFocus
+    implicitHeight: 40
+    leftPadding: 12
+    rightPadding: 12
+    text: qsTr("New chat")
+    topPadding: 10
+
+    background: Rectangle {
+        color: button.down ? Theme.pressedFill : button.hovered ? Theme.hoverFill : Theme.fill
+        radius: Theme.buttonRadius
+
+        FocusRing {
+            isShown: button.visualFocus
+            radius: Theme.buttonRadius + 2
+        }
+    }
+    contentItem: SymbolLabel {
+        font.pixelSize: Theme.bodySize
+        spacing: 8
+        symbol: Symbols.newchat
+        symbolSize: 18
+        text: button.text
+    }
+
+    Hint {
+        text: qsTr("Start a new chat (⌘N)")
+        visible: button.hovered
+    }
+}

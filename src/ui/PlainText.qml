@@ -1,0 +1,11 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+
+/// A text that is shown as it stands, whatever it holds.
+Text {
+    color: Theme.text
+    font.pixelSize: Theme.bodySize
+    textFormat: Text.PlainText
+}

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+import QtQuick
+import org.lumora.ui
+
+/// Where the messages stay, and how to break a line; shorter where the width does not hold it all.
+Item {
+    id: note
+
+    readonly property bool isWide: symbol.width + 6 + wideLabel.implicitWidth + 8 + newLine.implicitWidth <= width
+
+    implicitHeight: Math.max(symbol.height, shortLabel.implicitHeight)
+
+    Icon {
+        id: symbol
+
+        anchors.verticalCenter: parent.verticalCenter
+        color: Theme.secondaryText
+        height: Theme.symbolSize
+        source: Symbols.lockshield
+        width: Theme.symbolSize
+    }
+    PlainText {
+        id: wideLabel
+
+        anchors.left: symbol.right
+        anchors.leftMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        color: Theme.secondaryText
+        font.pixelSize: Theme.captionSize
+        text: qsTr("Private · On this Mac")
+        visible: note.isWide
+    }
+    PlainText {
+        id: newLine
+
+        anchors.left: wideLabel.right
+        anchors.leftMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        color: Theme.tertiaryText
+        font.pixelSize: Theme.captionSize
+        text: qsTr("Shift+Return for a new line")
+        visible: note.isWide
+    }
+    PlainText {
+        id: shortLabel
+
+        anchors.left: symbol.right
+        anchors.leftMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        color: Theme.secondaryText
+        font.pixelSize: Theme.captionSize
+        text: qsTr("On-device")
+        visible: !note.isWide
+    }
+    HoverHandler {
+        id: pointer
+    }
+    Hint {
+        text: qsTr("Private on this Mac. Shift+Return inserts a new line.")
+        visible: pointer.hovered
+    }
+}

@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "ui/roundedimage.h"
+
+#include <QImageReader>
+#include <QPainter>
+#include <QQuickWindow>
+#include <QtConcurrentRun>
+
+namespace lumora {
+
+namespace {
+
+/// The size as it is shown, the turn that a camera recorded included; empty where the file is no image.
+QSizeF shownSize(const QString &path)
+{
+    const QImageReader reader(path);
+    const QSizeF size = reader.size();
+    return reader.transformation().testFlag(QImageIOHandler::TransformationRotate90) ? size.transposed() : size;
+}
+
+/// Null where it cannot be read. pixels: the size on the screen.
+QImage readImage(const QString &path, const QSize &pixels)
+{
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    QImage image = reader.read();
+    return image.isNull() ? image : image.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+} // namespace
+
+RoundedImage::RoundedImage(QQuickItem *parent)
+    : QQuickPaintedItem(parent)
+{
+    setAntialiasing(true);
+    connect(&m_reading, &QFutureWatcherBase::finished, this, [this] {
+        if (m_reading.future().resultCount() == 0)
+            return; // the path was taken away meanwhile
+        m_image = m_reading.result();
+        setUnavailable(m_image.isNull());
+        update();
+    });
+}
+
+void RoundedImage::setPath(const QString &path)
+{
+    if (m_path == path)
+        return;
+    m_path = path;
+    load();
+    Q_EMIT pathChanged();
+}
+
+void RoundedImage::setBox(const QSizeF &box)
+{
+    if (m_box == box)
+        return;
+    m_box = box;
+    load();
+    Q_EMIT boxChanged();
+}
+
+void RoundedImage::setRadius(qreal radius)
+{
+    if (m_radius == radius)
+        return;
+    m_radius = radius;
+    update();
+    Q_EMIT radiusChanged();
+}
+
+void RoundedImage::paint(QPainter *painter)
+{
+    if (m_image.isNull())
+        return;
+    const QRectF area = boundingRect();
+    QBrush brush(m_image);
+    brush.setTransform(QTransform::fromScale(area.width() / m_image.width(), area.height() / m_image.height()));
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(brush);
+    painter->drawRoundedRect(area, m_radius, m_radius);
+}
+
+void RoundedImage::componentComplete()
+{
+    QQuickPaintedItem::componentComplete();
+    load();
+}
+
+void RoundedImage::load()
+{
+    if (!isComponentComplete())
+        return;
+    const QSizeF shown = m_path.isEmpty() ? QSizeF() : shownSize(m_path).scaled(m_box, Qt::KeepAspectRatio);
+    if (shown.isEmpty()) {
+        m_reading.setFuture({});
+        m_image = {};
+        setImplicitSize(0, 0);
+        setUnavailable(true);
+        return;
+    }
+    setImplicitSize(shown.width(), shown.height());
+    setUnavailable(false);
+    const qreal scale = window() ? window()->effectiveDevicePixelRatio() : 1;
+    m_reading.setFuture(QtConcurrent::run(readImage, m_path, (shown * scale).toSize()));
+}
+
+void RoundedImage::setUnavailable(bool isUnavailable)
+{
+    if (m_isUnavailable == isUnavailable)
+        return;
+    m_isUnavailable = isUnavailable;
+    Q_EMIT isUnavailableChanged();
+}
+
+} // namespace lumora
