@@ -24,11 +24,10 @@ target_compile_options(lumora_warnings INTERFACE
     -Wconversion -Wno-sign-conversion -Wformat=2 -Wimplicit-fallthrough
     -Wno-missing-field-initializers) # records have defaults: naming only some fields is how they are meant
 
-# What a target of the program or of its tests links: warnings, sanitizers, Qt without its implicit conversions.
+# What a target of the program or of its tests links: warnings and sanitizers.
 add_library(lumora_options INTERFACE)
 target_link_libraries(lumora_options INTERFACE lumora_warnings)
-target_compile_definitions(lumora_options INTERFACE
-    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_URL_CAST_FROM_STRING)
+target_compile_definitions(lumora_options INTERFACE QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_URL_CAST_FROM_STRING)
 if(LUMORA_SANITIZE)
     target_compile_options(lumora_options INTERFACE
         -fsanitize=${LUMORA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -40,5 +39,6 @@ function(lumora_add_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
     add_library(${name} STATIC ${arg_SOURCES})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII) # tests read better with plain literals
     target_link_libraries(${name} PUBLIC ${arg_LINKS} PRIVATE lumora_options)
 endfunction()

@@ -7,6 +7,5 @@ function(lumora_add_test name)
     add_executable(${name} ${arg_SOURCES})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE Qt6::Test ${arg_LINKS} lumora_options)
-    target_compile_options(${name} PRIVATE -UQT_NO_CAST_FROM_ASCII) # tests read better with plain literals
     add_test(NAME ${name} COMMAND ${name})
 endfunction()

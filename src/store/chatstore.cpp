@@ -4,6 +4,7 @@
 #include "store/chatstore.h"
 
 #include "generation/generationtask.h"
+#include "platform/files/jsonwriter.h"
 #include "platform/files/storagelocation.h"
 #include "platform/text/textrules.h"
 #include "store/availabilitymessage.h"
@@ -186,7 +187,9 @@ FileOutcome ChatStore::writeHistory(const QString &path)
             return failed;
         m_historyFile = HistoryFile::sound;
     }
-    return replaceFile(path, encodeConversations(conversations()));
+    JsonWriter json;
+    writeConversations(json, conversations());
+    return replaceFile(path, json.bytes());
 }
 
 } // namespace lumora

@@ -173,13 +173,18 @@ Conversation decodeConversation(JsonValue object)
 
 } // namespace
 
-QByteArray encodeConversations(const std::vector<Conversation> &conversations)
+void writeConversations(JsonWriter &json, const std::vector<Conversation> &conversations)
 {
-    JsonWriter json;
     json.startArray();
     for (const Conversation &conversation : conversations)
         encode(json, conversation);
     json.endArray();
+}
+
+QByteArray encodeConversations(const std::vector<Conversation> &conversations)
+{
+    JsonWriter json;
+    writeConversations(json, conversations);
     return json.bytes().toByteArray();
 }
 

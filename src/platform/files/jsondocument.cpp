@@ -4,12 +4,13 @@
 #include "platform/files/jsondocument.h"
 
 #include "platform/files/identifier.h"
-
-#include <rapidjson/document.h>
+#include "platform/files/rapidjson.h"
 
 namespace lumora {
 
 namespace {
+
+constexpr qsizetype readAhead = 16; // bytes
 
 // Full precision: a double is read back as the one that was written. Iterative: no depth of nesting can use up the
 // stack.
@@ -22,40 +23,60 @@ void require(bool condition)
         throw JsonError();
 }
 
+const rapidjson::Value &parsed(const void *node)
+{
+    return *static_cast<const rapidjson::Value *>(node);
+}
+
 } // namespace
+
+struct JsonDocument::Parsed
+{
+    rapidjson::Document document;
+};
 
 JsonValue JsonValue::member(const char *key) const
 {
-    require(m_value->IsObject());
-    const auto found = m_value->FindMember(key);
-    require(found != m_value->MemberEnd());
-    return JsonValue(found->value);
+    const std::optional<JsonValue> value = find(key);
+    require(value.has_value());
+    return *value;
 }
 
 std::optional<JsonValue> JsonValue::optionalMember(const char *key) const
 {
-    require(m_value->IsObject());
-    const auto found = m_value->FindMember(key);
-    if (found == m_value->MemberEnd() || found->value.IsNull())
-        return std::nullopt;
-    return JsonValue(found->value);
+    const std::optional<JsonValue> value = find(key);
+    return value && parsed(value->m_node).IsNull() ? std::nullopt : value;
+}
+
+std::optional<JsonValue> JsonValue::find(const char *key) const
+{
+    const rapidjson::Value &object = parsed(m_node);
+    require(object.IsObject());
+    const auto found = object.FindMember(key);
+    return found == object.MemberEnd() ? std::nullopt : std::optional(JsonValue(&found->value));
 }
 
 qsizetype JsonValue::size() const
 {
-    require(m_value->IsArray());
-    return m_value->Size();
+    require(parsed(m_node).IsArray());
+    return parsed(m_node).Size();
 }
 
 JsonValue JsonValue::at(qsizetype index) const
 {
-    return JsonValue((*m_value)[rapidjson::SizeType(index)]);
+    return JsonValue(&parsed(m_node)[rapidjson::SizeType(index)]);
 }
 
 QString JsonValue::text() const
 {
-    require(m_value->IsString());
-    return QString::fromUtf8(m_value->GetString(), m_value->GetStringLength());
+    return QString::fromUtf8(utf8());
+}
+
+QByteArrayView JsonValue::utf8() const
+{
+    const rapidjson::Value &value = parsed(m_node);
+    require(value.IsString());
+    return {value.GetString(), qsizetype(value.GetStringLength())};
 }
 
 QStringList JsonValue::texts() const
@@ -70,39 +91,40 @@ QStringList JsonValue::texts() const
 
 double JsonValue::number() const
 {
-    require(m_value->IsNumber());
-    return m_value->GetDouble();
+    require(parsed(m_node).IsNumber());
+    return parsed(m_node).GetDouble();
 }
 
 qint64 JsonValue::integer() const
 {
-    require(m_value->IsInt64());
-    return m_value->GetInt64();
+    require(parsed(m_node).IsInt64());
+    return parsed(m_node).GetInt64();
 }
 
 QUuid JsonValue::identifier() const
 {
-    require(m_value->IsString());
-    const std::optional<QUuid> id = identifierFromText(QLatin1String(m_value->GetString(), m_value->GetStringLength()));
+    const std::optional<QUuid> id = identifierFromText(QLatin1String(utf8()));
     require(id.has_value());
     return *id;
 }
 
 JsonDocument::JsonDocument(QByteArray bytes)
     : m_bytes(std::move(bytes))
-    , m_document(std::make_unique<rapidjson::Document>())
+    , m_parsed(std::make_unique<Parsed>())
 {
     // The parser takes a zero byte for the end of the text, and leaves the encoding of unescaped text to its caller.
     require(!m_bytes.contains('\0') && QUtf8StringView(m_bytes).isValidUtf8());
-    m_document->ParseInsitu<parseFlags>(m_bytes.data());
-    require(!m_document->HasParseError());
+    m_bytes.reserve(m_bytes.size() + readAhead);
+    m_parsed->document.ParseInsitu<parseFlags>(m_bytes.data());
+    require(!m_parsed->document.HasParseError());
 }
 
 JsonDocument::~JsonDocument() = default;
 
 JsonValue JsonDocument::root() const
 {
-    return JsonValue(*m_document);
+    const rapidjson::Value &root = m_parsed->document;
+    return JsonValue(&root);
 }
 
 } // namespace lumora

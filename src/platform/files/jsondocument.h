@@ -8,8 +8,6 @@
 #include <QStringList>
 #include <QUuid>
 
-#include <rapidjson/fwd.h>
-
 #include <exception>
 #include <memory>
 #include <optional>
@@ -28,11 +26,6 @@ public:
 class JsonValue
 {
 public:
-    explicit JsonValue(const rapidjson::Value &value)
-        : m_value(&value)
-    {
-    }
-
     /// Of an object: a member that must be there.
     JsonValue member(const char *key) const;
     /// Of an object: a member that may be missing or null.
@@ -51,7 +44,17 @@ public:
     QUuid identifier() const;
 
 private:
-    const rapidjson::Value *m_value;
+    friend class JsonDocument;
+
+    explicit JsonValue(const void *node)
+        : m_node(node)
+    {
+    }
+
+    std::optional<JsonValue> find(const char *key) const;
+    QByteArrayView utf8() const;
+
+    const void *m_node; // the parser's own value
 };
 
 /// A whole JSON text, UTF-8, read strictly.
@@ -67,7 +70,8 @@ public:
 
 private:
     QByteArray m_bytes; // parsed in place: the texts of the document lie in it
-    std::unique_ptr<rapidjson::Document> m_document;
+    struct Parsed;
+    std::unique_ptr<Parsed> m_parsed;
 };
 
 } // namespace lumora

@@ -4,10 +4,10 @@
 #include "platform/files/jsonwriter.h"
 
 #include "platform/files/identifier.h"
+#include "platform/files/rapidjson.h"
 #include "platform/text/textrules.h"
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
+#include <QStringEncoder>
 
 namespace lumora {
 
@@ -15,6 +15,17 @@ struct JsonWriter::Output
 {
     rapidjson::StringBuffer buffer;
     rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
+    QStringEncoder encoder{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
+    QByteArray encoded; // kept from text to text: a history has very many
+
+    QByteArrayView encode(QStringView text)
+    {
+        const qsizetype space = encoder.requiredSpace(text.size());
+        if (encoded.size() < space)
+            encoded.resize(space);
+        const char *end = encoder.appendToBuffer(encoded.data(), text);
+        return {encoded.constData(), end};
+    }
 };
 
 JsonWriter::JsonWriter()
@@ -51,7 +62,13 @@ void JsonWriter::key(QByteArrayView key)
 
 void JsonWriter::text(const QString &text)
 {
-    utf8Text(wellFormed(text).toUtf8());
+    const QByteArrayView utf8 = m_output->encode(text);
+    if (!m_output->encoder.hasError()) {
+        utf8Text(utf8);
+        return;
+    }
+    m_output->encoder.resetState();
+    utf8Text(m_output->encode(wellFormed(text)));
 }
 
 void JsonWriter::utf8Text(QByteArrayView text)

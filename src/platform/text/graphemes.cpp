@@ -6,24 +6,53 @@
 #include <unicode/brkiter.h>
 #include <unicode/utext.h>
 
+#include <algorithm>
+#include <array>
 #include <memory>
 
 namespace lumora {
 
 namespace {
 
-/// Code units that are a whole character, whatever stands beside them, as long as that is one of them too (but for CR
-/// LF). Latin, kana and the common ideographs: nearly all text, for which the segmentation rules need not be asked.
-bool standsAlone(QChar unit)
+struct UnitRange
 {
-    const char16_t code = unit.unicode();
-    return code < 0x0300 || (code >= 0x3041 && code <= 0x3096) || (code >= 0x30A1 && code <= 0x30FA) ||
-           (code >= 0x3400 && code <= 0x9FFF);
+    char16_t first;
+    char16_t last;
+};
+
+/// Above U+02FF, the letters and punctuation that no segmentation rule joins with one another.
+constexpr std::array<UnitRange, 12> plainRanges = {{
+    {0x0370, 0x0482}, // Greek, Cyrillic
+    {0x048A, 0x0556}, // Cyrillic, Armenian
+    {0x05D0, 0x05EA}, // Hebrew letters
+    {0x0620, 0x064A}, // Arabic letters
+    {0x1E00, 0x1FFE}, // Latin and Greek with accents
+    {0x2010, 0x2027}, // dashes, quotation marks
+    {0x2030, 0x205E}, // punctuation
+    {0x3001, 0x3029}, // punctuation of ideographic scripts
+    {0x3041, 0x3096}, // hiragana
+    {0x30A1, 0x30FF}, // katakana
+    {0x3400, 0x9FFF}, // ideographs
+    {0xAC00, 0xD7A3}, // Hangul syllables
+}};
+
+constexpr auto makeStandsAloneTable()
+{
+    constexpr char16_t firstCombiningMark = 0x0300;
+    std::array<bool, 0x10000> table{};
+    std::fill_n(table.begin(), firstCombiningMark, true);
+    for (const UnitRange &range : plainRanges)
+        std::fill(table.begin() + range.first, table.begin() + range.last + 1, true);
+    return table;
 }
 
-bool isCertainBoundary(QChar before, QChar after)
+/// Code units that are a whole character, whatever stands beside them, as long as that is one of them too (but for CR
+/// LF). Nearly all text consists of them, and the segmentation rules need not be asked.
+constexpr std::array<bool, 0x10000> standsAlone = makeStandsAloneTable();
+
+inline bool isCertainBoundary(QChar before, QChar after)
 {
-    return standsAlone(before) && standsAlone(after) && !(before == u'\r' && after == u'\n');
+    return standsAlone[before.unicode()] && standsAlone[after.unicode()] && !(before == u'\r' && after == u'\n');
 }
 
 struct TextCloser
@@ -42,7 +71,7 @@ icu::BreakIterator *characterRules()
 }
 
 /// Steps from boundary to boundary over a text that must outlive it. Asks ICU only where neighbours may belong
-/// together.
+/// together, and shows it no more than that stretch.
 class CharacterCursor
 {
 public:
@@ -54,32 +83,63 @@ public:
     /// The next boundary behind position, which is below the text's length.
     qsizetype next(qsizetype position)
     {
-        if (position + 1 == m_text.size() || isCertainBoundary(m_text[position], m_text[position + 1]))
+        if (isBoundary(position + 1))
             return position + 1;
-        return rules()->following(int32_t(position));
+        if (position < m_shownFrom || position >= m_shownTo)
+            showStretch(position, endOfStretch(position));
+        return m_shownFrom + characterRules()->following(int32_t(position - m_shownFrom));
     }
 
     /// The boundary before position, which is above 0.
     qsizetype previous(qsizetype position)
     {
-        if (position == 1 || isCertainBoundary(m_text[position - 2], m_text[position - 1]))
+        if (isBoundary(position - 1))
             return position - 1;
-        return rules()->preceding(int32_t(position));
+        if (position <= m_shownFrom || position > m_shownTo)
+            showStretch(startOfStretch(position), position);
+        return m_shownFrom + characterRules()->preceding(int32_t(position - m_shownFrom));
     }
 
 private:
-    icu::BreakIterator *rules()
+    static constexpr qsizetype longestStretch = 64; // code units; beyond it, ICU gets the whole text
+
+    /// Certainly; where it says no, the rules decide.
+    bool isBoundary(qsizetype position) const
     {
-        if (!m_icuText) {
-            UErrorCode status = U_ZERO_ERROR;
-            m_icuText.reset(utext_openUChars(nullptr, m_text.utf16(), m_text.size(), &status));
-            characterRules()->setText(m_icuText.get(), status);
-        }
-        return characterRules();
+        return position == 0 || position == m_text.size() || isCertainBoundary(m_text[position - 1], m_text[position]);
+    }
+
+    qsizetype endOfStretch(qsizetype start) const
+    {
+        qsizetype end = start + 1;
+        while (!isBoundary(end) && end - start <= longestStretch)
+            ++end;
+        return end;
+    }
+
+    qsizetype startOfStretch(qsizetype end) const
+    {
+        qsizetype start = end - 1;
+        while (!isBoundary(start) && end - start <= longestStretch)
+            --start;
+        return start;
+    }
+
+    void showStretch(qsizetype from, qsizetype to)
+    {
+        const bool isShort = to - from <= longestStretch;
+        m_shownFrom = isShort ? from : 0;
+        m_shownTo = isShort ? to : m_text.size();
+        UErrorCode status = U_ZERO_ERROR;
+        m_icuText.reset(
+            utext_openUChars(m_icuText.release(), m_text.utf16() + m_shownFrom, m_shownTo - m_shownFrom, &status));
+        characterRules()->setText(m_icuText.get(), status);
     }
 
     QStringView m_text;
     std::unique_ptr<UText, TextCloser> m_icuText;
+    qsizetype m_shownFrom = 0;
+    qsizetype m_shownTo = 0;
 };
 
 } // namespace
@@ -95,6 +155,8 @@ qsizetype characterCount(QStringView text)
 
 QStringView firstCharacters(QStringView text, qsizetype count)
 {
+    if (text.size() <= count)
+        return text;
     CharacterCursor cursor(text);
     qsizetype end = 0;
     for (; count > 0 && end < text.size(); --count)
@@ -104,6 +166,8 @@ QStringView firstCharacters(QStringView text, qsizetype count)
 
 QStringView lastCharacters(QStringView text, qsizetype count)
 {
+    if (text.size() <= count)
+        return text;
     CharacterCursor cursor(text);
     qsizetype start = text.size();
     for (; count > 0 && start > 0; --count)
