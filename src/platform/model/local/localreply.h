@@ -5,17 +5,14 @@
 
 #include "platform/model/modelservice.h"
 
-#include <QTimer>
-
 namespace lumora {
 
-/// A reply of the model service. Gathers the pieces of text to no more than a screen can show.
+/// A reply of the model service.
 class LocalReply : public ModelReply
 {
     Q_OBJECT
 
 public:
-    LocalReply();
     ~LocalReply() override;
 
     void cancel() override;
@@ -34,10 +31,6 @@ Q_SIGNALS:
     void toolAnswered(const QString &callID, const QString &output);
 
 private:
-    void flush();
-
-    QTimer m_pause; // runs while text has just been shown
-    QString m_gathered;
     bool m_hasEnded = false;
 };
 
