@@ -40,7 +40,7 @@ QCoro::Task<std::optional<Snapshot>> ResponseStream::next()
     return ReplyRun::nextSnapshot(m_run);
 }
 
-LanguageModelSession::LanguageModelSession(SystemLanguageModel model, ToolList tools, QString instructions)
+LanguageModelSession::LanguageModelSession(const SystemLanguageModel &model, ToolList tools, QString instructions)
     : m_service(model.service())
     , m_tools(std::move(tools))
     , m_instructions(std::move(instructions))

@@ -52,7 +52,7 @@ enum class IncludeSchemaInPrompt {
 class LanguageModelSession
 {
 public:
-    LanguageModelSession(SystemLanguageModel model, ToolList tools, QString instructions);
+    LanguageModelSession(const SystemLanguageModel &model, ToolList tools, QString instructions);
     /// Cancels the reply that runs: its wait throws CancellationError before this returns.
     ~LanguageModelSession();
     Q_DISABLE_COPY_MOVE(LanguageModelSession)

@@ -11,38 +11,38 @@ namespace lumora {
 
 void PendingCount::finish(qint64 tokens)
 {
-    if (m_ending)
+    if (!isWaiting())
         return;
-    m_ending = tokens;
+    m_state = tokens;
     m_news.wakeLater();
 }
 
 void PendingCount::fail(const QString &description)
 {
-    if (m_ending)
+    if (!isWaiting())
         return;
-    m_ending = Failure{description};
+    m_state = Failure{description};
     m_news.wakeLater();
 }
 
 // Also where the count has ended: it may be that no event loop is left to say so.
 void PendingCount::cancelNow()
 {
-    if (!m_ending)
-        m_ending = Cancelled{};
+    if (isWaiting())
+        m_state = Cancelled{};
     m_news.wakeNow();
 }
 
 QCoro::Task<qint64> PendingCount::result(std::shared_ptr<PendingCount> count)
 {
-    while (!count->m_ending)
+    while (count->isWaiting())
         co_await count->m_news;
 
-    if (std::holds_alternative<Cancelled>(*count->m_ending))
+    if (std::holds_alternative<Cancelled>(count->m_state))
         throw CancellationError();
-    if (const auto *failure = std::get_if<Failure>(&*count->m_ending))
+    if (const auto *failure = std::get_if<Failure>(&count->m_state))
         throw ModelError(failure->description);
-    co_return std::get<qint64>(*count->m_ending);
+    co_return std::get<qint64>(count->m_state);
 }
 
 std::shared_ptr<PendingCount> PendingCounts::add()

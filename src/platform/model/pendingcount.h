@@ -9,7 +9,6 @@
 #include <qcoro/qcorotask.h>
 
 #include <memory>
-#include <optional>
 #include <variant>
 #include <vector>
 
@@ -30,6 +29,9 @@ public:
     static QCoro::Task<qint64> result(std::shared_ptr<PendingCount> count);
 
 private:
+    struct Waiting
+    {
+    };
     struct Failure
     {
         QString description;
@@ -37,9 +39,10 @@ private:
     struct Cancelled
     {
     };
-    using Ending = std::variant<qint64, Failure, Cancelled>;
 
-    std::optional<Ending> m_ending;
+    bool isWaiting() const { return std::holds_alternative<Waiting>(m_state); }
+
+    std::variant<Waiting, qint64, Failure, Cancelled> m_state;
     WaitPoint m_news;
 };
 

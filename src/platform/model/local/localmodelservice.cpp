@@ -148,15 +148,15 @@ void LocalModelService::adopt(const ModelFile &file)
     else if (file.size > memorySize())
         enter(State::tooLarge, problems::tooLarge(file.path));
     else
-        load();
+        load(file);
 }
 
-void LocalModelService::load()
+void LocalModelService::load(const ModelFile &file)
 {
     if (!m_process)
         startProcess();
     m_loadID = ++m_lastID;
-    send(wire::Load{m_loadID, m_file->path.toStdString(), std::nullopt});
+    send(wire::Load{m_loadID, file.path.toStdString(), std::nullopt});
     enter(State::loading);
 }
 

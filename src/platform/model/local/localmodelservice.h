@@ -73,7 +73,7 @@ private:
     void look();
     bool mustLoad(const ModelFile &file) const;
     void adopt(const ModelFile &file);
-    void load();
+    void load(const ModelFile &file);
     void enter(State state, const QString &problem = {});
     Availability currentAvailability() const;
     void announceLater();

@@ -8,7 +8,7 @@
 namespace lumora {
 
 /// A reply of the model service.
-class LocalReply : public ModelReply
+class LocalReply final : public ModelReply
 {
     Q_OBJECT
 

@@ -14,7 +14,7 @@ namespace lumora {
 class ScriptedModelService;
 
 /// A reply that plays a script, one step a turn of the event loop.
-class ScriptedReply : public ModelReply
+class ScriptedReply final : public ModelReply
 {
     Q_OBJECT
 
