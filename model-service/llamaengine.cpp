@@ -20,7 +20,10 @@ constexpr std::size_t batchSize = 512; // tokens that are evaluated in one go
 
 bool isStopRequested(void *stop)
 {
-    return static_cast<const std::stop_token *>(stop)->stop_requested();
+    const bool requested = static_cast<const std::stop_token *>(stop)->stop_requested();
+    if (requested)
+        muteLog(true);
+    return requested;
 }
 
 bool goesOn(float, void *stop)
@@ -119,7 +122,7 @@ void LlamaEngine::makeContext(const Loading &loading)
 {
     const auto size = chooseContextSize({.trainedTokens = llama_model_n_ctx_train(m_model.get()),
                                          .requestedTokens = loading.contextLimit,
-                                         .bytesPerToken = stateBytesPerToken(m_model.get()),
+                                         .bytesPerToken = contextBytesPerToken(m_model.get(), batchSize),
                                          .freeBytes = loading.availableBytes - loading.header.fileSize});
     if (!size)
         throw noMemoryFor(loading.path);
@@ -129,7 +132,7 @@ void LlamaEngine::makeContext(const Loading &loading)
     parameters.n_ubatch = batchSize;
     parameters.n_seq_max = 1;
     parameters.n_outputs_max = 1;
-    parameters.n_threads = physicalCores();
+    parameters.n_threads = threadsFor(loading.header.fileSize, physicalCores());
     parameters.n_threads_batch = parameters.n_threads;
     parameters.abort_callback = isStopRequested;
     parameters.abort_callback_data = &m_stop;
@@ -230,6 +233,7 @@ std::size_t LlamaEngine::evaluate(std::span<const Token> tokens, std::size_t pos
         batch.assign(part.begin(), part.end());
         const int result =
             llama_decode(m_context.get(), llama_batch_get_one(batch.data(), static_cast<int>(batch.size())));
+        muteLog(false);
         if (result == 0)
             continue;
         // An aborted evaluation leaves what it completed, but a state that cannot go back may be half-way on.

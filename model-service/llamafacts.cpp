@@ -4,6 +4,7 @@
 #include "llamafacts.h"
 
 #include <array>
+#include <atomic>
 #include <charconv>
 #include <cstdio>
 #include <string_view>
@@ -14,6 +15,7 @@ namespace {
 
 // libllama's log knows one receiver in the whole process.
 std::string lastError;
+std::atomic<bool> logIsMuted = false;
 
 void takeLog(ggml_log_level level, const char *text, void *)
 {
@@ -22,7 +24,7 @@ void takeLog(ggml_log_level level, const char *text, void *)
         last = level;
     if (last == GGML_LOG_LEVEL_ERROR)
         lastError = text;
-    if (last == GGML_LOG_LEVEL_ERROR || last == GGML_LOG_LEVEL_WARN)
+    if ((last == GGML_LOG_LEVEL_ERROR || last == GGML_LOG_LEVEL_WARN) && !logIsMuted)
         std::fputs(text, stderr);
 }
 
@@ -65,6 +67,11 @@ void logWarningsOnly()
     llama_log_set(takeLog, nullptr);
 }
 
+void muteLog(bool muted)
+{
+    logIsMuted = muted;
+}
+
 std::string reasonOfLastError(const std::string &architecture)
 {
     if (lastError.find("unknown model architecture") != std::string::npos)
@@ -81,13 +88,14 @@ std::optional<std::string> reasonNotToConverse(const llama_model *model)
     return std::nullopt;
 }
 
-std::int64_t stateBytesPerToken(const llama_model *model)
+std::int64_t contextBytesPerToken(const llama_model *model, std::int64_t batchSize)
 {
+    constexpr std::int64_t bytesPerNumber = 2; // half precision, libllama's own choice
+    constexpr std::int64_t maskBytes = 4 + 2;  // for each token of a batch: one mask, and a copy in half precision
     if (llama_model_is_recurrent(model))
         return 0;
-    constexpr std::int64_t bytesPerNumber = 2; // half precision, libllama's own choice
     const std::int64_t lengths = attentionLength(model, "key_length") + attentionLength(model, "value_length");
-    return lengths * llama_model_n_head_kv(model) * llama_model_n_layer(model) * bytesPerNumber;
+    return lengths * llama_model_n_head_kv(model) * llama_model_n_layer(model) * bytesPerNumber + batchSize * maskBytes;
 }
 
 SamplingDefaults samplingDefaultsOf(const llama_model *model)

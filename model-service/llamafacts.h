@@ -16,14 +16,18 @@ namespace lumora::service {
 /// Writes what libllama has to complain about to the standard error stream, and drops the rest of its log.
 void logWarningsOnly();
 
+/// libllama complains about an evaluation that was aborted, which is nothing to complain about.
+void muteLog(bool muted);
+
 /// Why the file that was loaded last did not load, as half a sentence, from what libllama said about it.
 std::string reasonOfLastError(const std::string &architecture);
 
 /// Half a sentence where a model that loads is not one that holds a conversation.
 std::optional<std::string> reasonNotToConverse(const llama_model *model);
 
-/// What the kept state of one token takes, at most; 0 where the state does not grow.
-std::int64_t stateBytesPerToken(const llama_model *model);
+/// What each token that a context has room for takes: its kept state, and its share in evaluating a batch of this many
+/// tokens. 0 where the state does not grow.
+std::int64_t contextBytesPerToken(const llama_model *model, std::int64_t batchSize);
 
 SamplingDefaults samplingDefaultsOf(const llama_model *model);
 

@@ -22,6 +22,7 @@ int claimStandardOutput()
 
 void confine()
 {
+    prctl(PR_SET_NAME, "lumora-model"); // which under another loader would be the loader's
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     prctl(PR_SET_DUMPABLE, 0);

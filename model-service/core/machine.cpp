@@ -16,6 +16,7 @@ namespace lumora::service {
 
 namespace {
 
+constexpr std::int64_t smallModel = std::int64_t{32} * 1024 * 1024;
 constexpr std::int64_t unlimited = std::numeric_limits<std::int64_t>::max();
 
 std::optional<std::string> firstLine(const std::string &path)
@@ -96,6 +97,11 @@ int physicalCores(const std::string &root)
         cores.insert(siblings.value_or(name));
     }
     return std::max<int>(static_cast<int>(cores.size()), 1);
+}
+
+int threadsFor(std::int64_t modelBytes, int cores)
+{
+    return modelBytes < smallModel ? 1 : cores;
 }
 
 } // namespace lumora::service

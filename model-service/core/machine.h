@@ -15,4 +15,8 @@ std::int64_t availableMemory(const std::string &root = "");
 /// Cores that this process may run on, each counted once however many threads it has; at least 1.
 int physicalCores(const std::string &root = "");
 
+/// Threads that a model of this many bytes is computed with fastest. For a small one they would wait for each other
+/// longer than they compute, most of all on a busy machine.
+int threadsFor(std::int64_t modelBytes, int cores);
+
 } // namespace lumora::service

@@ -30,7 +30,7 @@ struct Deleter
 struct Arguments
 {
     std::string path;
-    Calls calls = Calls::never;
+    Behaviour behaviour;
     bool bench = false;
 };
 
@@ -53,7 +53,9 @@ std::optional<Arguments> parse(const std::vector<std::string_view> &words)
         if (option == "--size" && (value == "tiny" || value == "bench"))
             arguments.bench = value == "bench";
         else if (option == "--call-tool" && (value == "once" || value == "always"))
-            arguments.calls = value == "once" ? Calls::once : Calls::always;
+            arguments.behaviour.calls = value == "once" ? Calls::once : Calls::always;
+        else if (option == "--ends" && value == "never")
+            arguments.behaviour.ends = false;
         else
             return std::nullopt;
     }
@@ -120,7 +122,7 @@ bool write(const Arguments &arguments)
     const Vocabulary vocabulary(arguments.bench ? benchVocabulary : 0);
     const Shape shape = arguments.bench ? Shape{1024, 12, 16, 4, 2816} : Shape();
     const std::vector<Matrix> weights =
-        arguments.bench ? randomWeights(shape, vocabulary) : talkingWeights(shape, vocabulary, arguments.calls);
+        arguments.bench ? randomWeights(shape, vocabulary) : talkingWeights(shape, vocabulary, arguments.behaviour);
     std::size_t bytes = 0;
     for (const Matrix &matrix : weights)
         bytes += matrix.values.size() * sizeof(float) + ggml_tensor_overhead() + 64;
@@ -141,7 +143,8 @@ int main(int argc, char **argv)
 {
     const auto arguments = parse(std::vector<std::string_view>(argv + 1, argv + argc));
     if (!arguments) {
-        std::fputs("usage: lumora-tiny-model OUT.gguf [--size tiny|bench] [--call-tool once|always]\n", stderr);
+        std::fputs("usage: lumora-tiny-model OUT.gguf [--size tiny|bench] [--call-tool once|always] [--ends never]\n",
+                   stderr);
         return EXIT_FAILURE;
     }
     if (!write(*arguments)) {

@@ -22,7 +22,8 @@ constexpr std::int64_t firstNoiseDimension = hasCalledDimension + 1;
 constexpr float constantSize = 1.0F;
 constexpr float kindSize = 2.0F;
 constexpr float noiseSize = 0.5F; // of each noise dimension, in embeddings and again in what the layers add
-constexpr float logitNoise = 1.0F;
+constexpr float sharpness = 2.5F; // of the attention: it picks single tokens, so that texts depend on their beginnings
+constexpr float logitNoise = 0.6F;
 
 struct Transition
 {
@@ -36,21 +37,21 @@ const std::vector<Transition> transitions = {
      {{Kind::adjective, 0.5}, {Kind::noun, 0.42}, {Kind::accentedStem, 0.08}}},
     {{Kind::adjective}, {{Kind::noun, 0.8}, {Kind::adjective, 0.12}, {Kind::accentedStem, 0.08}}},
     {{Kind::noun, Kind::accentTail},
-     {{Kind::verb, 0.5}, {Kind::preposition, 0.2}, {Kind::conjunction, 0.1}, {Kind::sentenceEnd, 0.2}}},
+     {{Kind::verb, 0.4}, {Kind::preposition, 0.2}, {Kind::conjunction, 0.05}, {Kind::sentenceEnd, 0.35}}},
     {{Kind::accentedStem}, {{Kind::accentLead, 1}}},
     {{Kind::accentLead}, {{Kind::accentTail, 1}}},
     {{Kind::verb}, {{Kind::article, 0.9}, {Kind::preposition, 0.1}}},
     {{Kind::preposition, Kind::conjunction}, {{Kind::article, 1}}},
-    {{Kind::sentenceEnd}, {{Kind::nextArticle, 0.65}, {Kind::paragraphEnd, 0.1}, {Kind::endOfTurn, 0.25}}},
+    {{Kind::sentenceEnd}, {{Kind::nextArticle, 0.8}, {Kind::paragraphEnd, 0.05}, {Kind::endOfTurn, 0.15}}},
     {{Kind::paragraphEnd}, {{Kind::firstArticle, 1}}},
     {{Kind::colon, Kind::quoteColon, Kind::call},
      {{Kind::openText, 0.4}, {Kind::openList, 0.3}, {Kind::openObject, 0.3}, {Kind::emptyList, 0.01}}},
     {{Kind::openText, Kind::openList}, {{Kind::firstWord, 1}}},
     {{Kind::firstWord, Kind::word},
-     {{Kind::word, 0.75},
-      {Kind::quoteComma, 0.08},
-      {Kind::quoteList, 0.08},
-      {Kind::quoteObject, 0.08},
+     {{Kind::word, 0.5},
+      {Kind::quoteComma, 0.14},
+      {Kind::quoteList, 0.22},
+      {Kind::quoteObject, 0.14},
       {Kind::quote, 0.02}}},
     {{Kind::quote},
      {{Kind::comma, 0.3},
@@ -60,7 +61,7 @@ const std::vector<Transition> transitions = {
       {Kind::firstWord, 0.1}}},
     {{Kind::quoteComma, Kind::comma}, {{Kind::openText, 1}}},
     {{Kind::quoteList, Kind::closeList, Kind::emptyList}, {{Kind::comma, 0.5}, {Kind::closeObject, 0.5}}},
-    {{Kind::quoteObject, Kind::closeObject}, {{Kind::closeObject, 0.8}, {Kind::comma, 0.2}}},
+    {{Kind::quoteObject, Kind::closeObject}, {{Kind::closeObject, 0.5}, {Kind::comma, 0.2}, {Kind::endOfTurn, 0.3}}},
     {{Kind::openObject}, {{Kind::quote, 1}}},
 };
 
@@ -77,7 +78,7 @@ double &entry(KindTable &table, Kind from, Kind to)
 }
 
 /// The logarithm of each kind's share after each kind.
-KindTable kindTable(Calls calls)
+KindTable kindTable(Behaviour behaviour)
 {
     KindTable table;
     for (auto &row : table) {
@@ -90,8 +91,11 @@ KindTable kindTable(Calls calls)
         for (const Kind from : transition.from)
             for (const auto &[to, share] : transition.to)
                 entry(table, from, to) = std::log(share);
-    if (calls != Calls::never)
+    if (behaviour.calls != Calls::never)
         entry(table, Kind::turnStart, Kind::call) = certain;
+    if (!behaviour.ends)
+        for (auto &row : table)
+            row.at(static_cast<std::size_t>(Kind::endOfTurn)) = never;
     return table;
 }
 
@@ -139,8 +143,8 @@ std::vector<Matrix> randomLayer(Random &random, const Shape &shape, std::int64_t
     const std::int64_t keys = shape.keyHeads * shape.headSize();
     const float in = inverseRoot(shape.width);
     return {ones(block + "attn_norm.weight", shape.width),
-            random.matrix(block + "attn_q.weight", shape.width, shape.width, in),
-            random.matrix(block + "attn_k.weight", shape.width, keys, in),
+            random.matrix(block + "attn_q.weight", shape.width, shape.width, sharpness * in),
+            random.matrix(block + "attn_k.weight", shape.width, keys, sharpness * in),
             random.matrix(block + "attn_v.weight", shape.width, keys, in),
             random.matrix(block + "attn_output.weight", shape.width, shape.width, noiseSize * in),
             ones(block + "ffn_norm.weight", shape.width),
@@ -193,7 +197,7 @@ Matrix embeddings(Random &random, const Shape &shape, const Vocabulary &vocabula
     return made;
 }
 
-Matrix output(Random &random, const Shape &shape, const Vocabulary &vocabulary, Calls calls)
+Matrix output(Random &random, const Shape &shape, const Vocabulary &vocabulary, Behaviour behaviour)
 {
     const auto count = static_cast<std::int64_t>(vocabulary.kinds().size());
     const std::int64_t noiseDimensions = shape.width - firstNoiseDimension;
@@ -203,7 +207,7 @@ Matrix output(Random &random, const Shape &shape, const Vocabulary &vocabulary, 
     const float scale = std::sqrt(static_cast<float>(shape.width) / squares);
     const float noise = logitNoise * std::sqrt(2 * squares / static_cast<float>(shape.width)) /
                         std::sqrt(static_cast<float>(noiseDimensions)) / noiseSize / 2;
-    const KindTable table = kindTable(calls);
+    const KindTable table = kindTable(behaviour);
 
     Matrix made = random.matrix("output.weight", shape.width, count, noise);
     for (std::int64_t token = 0; token < count; ++token) {
@@ -215,7 +219,7 @@ Matrix output(Random &random, const Shape &shape, const Vocabulary &vocabulary, 
             at(made, token, firstKindDimension + from) =
                 static_cast<float>(share - std::log(sameKind)) / (kindSize * scale);
         }
-        if (kind == Kind::call && calls == Calls::once)
+        if (kind == Kind::call && behaviour.calls == Calls::once)
             at(made, token, hasCalledDimension) = static_cast<float>(2 * never);
     }
     return made;
@@ -223,7 +227,7 @@ Matrix output(Random &random, const Shape &shape, const Vocabulary &vocabulary, 
 
 } // namespace
 
-std::vector<Matrix> talkingWeights(const Shape &shape, const Vocabulary &vocabulary, Calls calls)
+std::vector<Matrix> talkingWeights(const Shape &shape, const Vocabulary &vocabulary, Behaviour behaviour)
 {
     Random random;
     std::vector<Matrix> matrices;
@@ -237,7 +241,7 @@ std::vector<Matrix> talkingWeights(const Shape &shape, const Vocabulary &vocabul
     lookForCall(matrices, shape);
     matrices.push_back(embeddings(random, shape, vocabulary));
     matrices.push_back(ones("output_norm.weight", shape.width));
-    matrices.push_back(output(random, shape, vocabulary, calls));
+    matrices.push_back(output(random, shape, vocabulary, behaviour));
     return matrices;
 }
 

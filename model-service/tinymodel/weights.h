@@ -18,6 +18,12 @@ enum class Calls {
     always,
 };
 
+struct Behaviour
+{
+    Calls calls = Calls::never;
+    bool ends = true; ///< its replies, now and then, of its own accord
+};
+
 struct Shape
 {
     std::int64_t width = 96;
@@ -40,7 +46,7 @@ struct Matrix
 /// Weights of the llama architecture, random where nothing is said below, the same in every run. One dimension of the
 /// width is constant, one each says of which kind a token is, and the output's rows hold how likely each token is after
 /// each kind; the rest is noise, from the tokens before, that makes texts differ. One attention head looks for a call.
-std::vector<Matrix> talkingWeights(const Shape &shape, const Vocabulary &vocabulary, Calls calls);
+std::vector<Matrix> talkingWeights(const Shape &shape, const Vocabulary &vocabulary, Behaviour behaviour);
 
 /// Random weights only, for measuring speed: every token is about as likely.
 std::vector<Matrix> randomWeights(const Shape &shape, const Vocabulary &vocabulary);

@@ -1,0 +1,369 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "serviceprocess.h"
+#include "wire/json.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+
+using namespace lumora;
+using namespace lumora::wire;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString program = QStringLiteral(MODEL_SERVICE);
+const QString models = QStringLiteral(TINY_MODELS);
+
+const std::string answerSchema =
+    R"({"type":"object","properties":{"title":{"type":"string"},"summary":{"type":"string"},)"
+    R"("keyPoints":{"type":"array","items":{"type":"string"}},"nextSteps":{"type":"array","items":{"type":"string"}}},)"
+    R"("required":["title","summary","keyPoints","nextSteps"]})";
+
+const std::vector<Tool> tools = {
+    {"currentDate", "Tells the date.", R"({"type":"object","properties":{"question":{"type":"string"}}})"},
+    {"searchDocuments", "Finds words.", R"({"type":"object","properties":{"query":{"type":"string"}}})"},
+};
+
+Respond question(const std::string &prompt, std::optional<Sampling> sampling = Sampling::greedy)
+{
+    Respond request;
+    request.id = 2;
+    request.instructions = "You are a helpful desktop assistant.";
+    request.prompt = prompt;
+    request.options.sampling = sampling;
+    return request;
+}
+
+template <typename Message>
+Message as(const Answer &answer)
+{
+    if (!std::holds_alternative<Message>(answer))
+        throw std::runtime_error("another answer came: " + encode(answer));
+    return std::get<Message>(answer);
+}
+
+ErrorCode failure(const Answer &answer)
+{
+    return as<Failed>(answer).code;
+}
+
+QString tiny(const QString &name = u"tiny"_s)
+{
+    return models + u'/' + name + u".gguf"_s;
+}
+
+QByteArray tinyBytes()
+{
+    QFile file(tiny());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString write(const QTemporaryDir &folder, const QByteArray &bytes)
+{
+    QFile file(folder.filePath(u"model.gguf"_s));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        throw std::runtime_error("the test's file cannot be written");
+    return file.fileName();
+}
+
+} // namespace
+
+class EngineTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void loadsAndCounts();
+    void streamsWholeCharacters();
+    void repliesStopAtTheirLimit();
+    void structuredAnswersAlwaysParse();
+    void callsAToolAndAnswers();
+    void stopsAModelThatCallsForever();
+    void cutsALongOutput();
+    void evaluatesOnlyWhatIsNew();
+    void stopsInMidReply();
+    void stopsInMidPrompt();
+    void promptsThatDoNotFit();
+    void refusesFiles_data();
+    void refusesFiles();
+    void survivesDamagedFiles();
+    void endsWithItsInput_data();
+    void endsWithItsInput();
+};
+
+void EngineTest::loadsAndCounts()
+{
+    ServiceProcess service(program);
+    QCOMPARE(failure(service.ask(Count{1, "Hello"})), ErrorCode::notLoaded);
+    QCOMPARE(as<Loaded>(service.load(tiny())).contextSize, 4096);
+    QCOMPARE(as<Counted>(service.ask(Count{1, ""})).tokens, 0);
+    const auto words = as<Counted>(service.ask(Count{1, "the river the river"})).tokens;
+    QVERIFY(words > 3 && words < 12);
+    // Marks of the template are counted as what they are in a text: characters.
+    QVERIFY(as<Counted>(service.ask(Count{1, "<|im_end|>"})).tokens > 5);
+    QCOMPARE(as<Loaded>(service.load(tiny(), 700)).contextSize, 700);
+}
+
+void EngineTest::streamsWholeCharacters()
+{
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny()));
+    std::string all;
+    for (int i = 0; i < 30; ++i) {
+        const auto finished = as<Finished>(service.ask(question("Question " + std::to_string(i), {})));
+        QVERIFY(finished.inputTokens > 20);
+        QVERIFY(finished.outputTokens > 0);
+        QVERIFY(!finished.content);
+        QVERIFY(!service.text.empty());
+        all += service.text;
+    }
+    // A piece with half a character would not have been a message. The model has words whose last one takes two tokens.
+    QVERIFY(all.find("caf\u00E9") != std::string::npos);
+    QVERIFY(all.find("\uFFFD") == std::string::npos);
+    QVERIFY(all.find("<|im_") == std::string::npos);
+}
+
+void EngineTest::repliesStopAtTheirLimit()
+{
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny()));
+    Respond request = question("Hello");
+    request.options.maximumTokens = 2;
+    QCOMPARE(as<Finished>(service.ask(request)).outputTokens, 2);
+    request.schema = answerSchema;
+    QCOMPARE(failure(service.ask(request)), ErrorCode::cutShort);
+}
+
+void EngineTest::structuredAnswersAlwaysParse()
+{
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny()));
+    for (int i = 0; i < 10; ++i) {
+        Respond request = question("Question " + std::to_string(i), {});
+        request.schema = answerSchema;
+        const auto finished = as<Finished>(service.ask(request));
+        QVERIFY(service.text.empty());
+        const auto object = parseObject(finished.content.value_or(""));
+        QVERIFY(object);
+        std::vector<std::string_view> names;
+        for (const auto &property : object->GetObject()) {
+            names.push_back(view(property.name));
+            QVERIFY(names.size() <= 2 ? property.value.IsString() : property.value.IsArray());
+        }
+        QVERIFY(names == (std::vector<std::string_view>{"title", "summary", "keyPoints", "nextSteps"}));
+    }
+}
+
+void EngineTest::callsAToolAndAnswers()
+{
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny(u"tiny-calls-once"_s)));
+    for (const bool structured : {false, true}) {
+        Respond request = question("What day is it?");
+        request.tools = tools;
+        if (structured)
+            request.schema = answerSchema;
+        const auto finished = as<Finished>(service.ask(request));
+        QCOMPARE(service.calls.size(), 1);
+        const auto arguments = parseObject(service.calls[0].arguments);
+        QVERIFY(arguments && arguments->MemberCount() == 1);
+        QCOMPARE(view(arguments->MemberBegin()->name),
+                 std::string_view(service.calls[0].name == "currentDate" ? "question" : "query"));
+        QCOMPARE(finished.content.has_value(), structured);
+        QCOMPARE(service.text.empty(), structured);
+        QVERIFY(service.text.find('{') == std::string::npos);
+        const auto shorter = finished.inputTokens;
+        service.output += " The day before was Sunday.";
+        QVERIFY(as<Finished>(service.ask(request)).inputTokens > shorter + 10); // the output was read
+    }
+}
+
+void EngineTest::stopsAModelThatCallsForever()
+{
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny(u"tiny-calls-always"_s)));
+    Respond request = question("What day is it?", {});
+    request.tools = tools;
+    QCOMPARE(failure(service.ask(request)), ErrorCode::tooManyCalls);
+    QCOMPARE(service.calls.size(), 8);
+}
+
+void EngineTest::cutsALongOutput()
+{
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny(u"tiny-calls-once"_s)));
+    service.output.clear();
+    for (int i = 0; i < 20000; ++i)
+        service.output += "Straße, ";
+    Respond request = question("What day is it?");
+    request.tools = tools;
+    request.options.maximumTokens = 200;
+    const auto finished = as<Finished>(service.ask(request));
+    QVERIFY(finished.inputTokens > 3000 && finished.inputTokens <= 4096 - 512);
+    QVERIFY(!service.text.empty());
+}
+
+void EngineTest::evaluatesOnlyWhatIsNew()
+{
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny()));
+    const auto first = as<Finished>(service.ask(question("What is the river?")));
+    const std::string text = service.text;
+    QCOMPARE(first.evaluatedTokens, first.inputTokens + first.outputTokens);
+    const auto again = as<Finished>(service.ask(question("What is the river?")));
+    QCOMPARE(service.text, text); // computed on what was kept
+    QCOMPARE(again.evaluatedTokens, 1 + again.outputTokens);
+    as<Finished>(service.ask(question("Where?")));
+    as<Finished>(service.ask(question("What is the river?")));
+    QCOMPARE(service.text, text);
+}
+
+void EngineTest::stopsInMidReply()
+{
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny(u"tiny-endless"_s)));
+    Respond limited = question("Tell me more.");
+    limited.options.maximumTokens = 100;
+    const auto whole = as<Finished>(service.ask(limited));
+    const std::string text = service.text;
+
+    int pieces = 0;
+    service.onText = [&] {
+        if (++pieces == 3)
+            service.send(Cancel{2});
+    };
+    QCOMPARE(failure(service.ask(question("Tell me more."))), ErrorCode::cancelled);
+    QVERIFY(pieces >= 3);
+    service.onText = nullptr;
+    const auto after = as<Finished>(service.ask(limited));
+    QCOMPARE(service.text, text);
+    QCOMPARE(after.evaluatedTokens, whole.evaluatedTokens - whole.inputTokens + 1);
+}
+
+void EngineTest::stopsInMidPrompt()
+{
+    std::string prompt;
+    for (int i = 0; i < 450; ++i)
+        prompt += "the river " + std::to_string(i);
+    ServiceProcess fresh(program);
+    as<Loaded>(fresh.load(tiny()));
+    const auto whole = as<Finished>(fresh.ask(question(prompt)));
+
+    // The stop is sent later each time, until one comes while the prompt is being evaluated.
+    bool wasInside = false;
+    for (int delay = 0; delay < 500 && !wasInside; delay += 3) {
+        ServiceProcess service(program);
+        as<Loaded>(service.load(tiny()));
+        service.send(question(prompt));
+        QTest::qWait(delay);
+        service.send(Cancel{2});
+        auto answer = service.receive();
+        while (answer && std::holds_alternative<Text>(*answer))
+            answer = service.receive();
+        if (!answer || !std::holds_alternative<Failed>(*answer))
+            break;
+        QCOMPARE(failure(*answer), ErrorCode::cancelled);
+        const auto finished = as<Finished>(service.ask(question(prompt)));
+        QCOMPARE(service.text, fresh.text);
+        wasInside = finished.evaluatedTokens < whole.evaluatedTokens && finished.evaluatedTokens > 500;
+    }
+    QVERIFY(wasInside);
+}
+
+void EngineTest::promptsThatDoNotFit()
+{
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny(u"tiny-endless"_s), 600));
+    QCOMPARE(failure(service.ask(question(std::string(3000, 'x')))), ErrorCode::contextFull);
+    QCOMPARE(failure(service.ask(question("Hello"))), ErrorCode::contextFull);
+    QVERIFY(service.text.size() > 500);
+}
+
+void EngineTest::refusesFiles_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QByteArray whole = tinyBytes();
+    QVERIFY(whole.size() > 100000);
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("text") << QByteArray("Not a model.\n").repeated(100);
+    QTest::newRow("head only") << whole.left(20000);
+    QTest::newRow("cut in half") << whole.left(whole.size() / 2);
+    QTest::newRow("last bytes missing") << whole.left(whole.size() - 100);
+    QTest::newRow("unknown architecture") << QByteArray(whole).replace("llama", "llxma");
+    QTest::newRow("no vocabulary") << QByteArray(whole).replace("tokenizer.ggml.tokens", "tokenizer.ggml.tokxns");
+    QTest::newRow("missing tensor") << QByteArray(whole).replace("blk.1.ffn_up", "blk.1.ffn_xx");
+    QTest::newRow("no layers") << QByteArray(whole).replace("llama.block_count", "llama.block_xount");
+}
+
+void EngineTest::refusesFiles()
+{
+    QFETCH(QByteArray, bytes);
+    const QTemporaryDir folder;
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny()));
+    const auto failed = as<Failed>(service.load(write(folder, bytes)));
+    QCOMPARE(failed.code, ErrorCode::badFile);
+    QVERIFY(failed.message.find("model.gguf") != std::string::npos);
+    QCOMPARE(failure(service.ask(Count{1, "x"})), ErrorCode::notLoaded); // the earlier one is gone
+    as<Loaded>(service.load(tiny()));
+    as<Finished>(service.ask(question("Hello")));
+}
+
+void EngineTest::survivesDamagedFiles()
+{
+    const QByteArray whole = tinyBytes();
+    const QTemporaryDir folder;
+    auto service = std::make_unique<ServiceProcess>(program);
+    quint32 random = 1;
+    for (int i = 0; i < 60; ++i) {
+        QByteArray damaged = whole;
+        for (int k = 0; k < 3; ++k) {
+            random = random * 1664525U + 1013904223U;
+            damaged[qsizetype((random >> 8U) % 1500U)] = char(random >> 3U); // where the sizes stand
+        }
+        // Whatever it makes of the file, it says so, and is there for the next one at the latest after a new start.
+        const Answer answer = service->load(write(folder, damaged));
+        QVERIFY2(std::holds_alternative<Loaded>(answer) || failure(answer) != ErrorCode::internal,
+                 encode(answer).c_str());
+        if (std::holds_alternative<Failed>(answer) && as<Failed>(answer).message.find("crashed") != std::string::npos) {
+            QVERIFY(service->waitForEnd());
+            service = std::make_unique<ServiceProcess>(program);
+        }
+    }
+}
+
+void EngineTest::endsWithItsInput_data()
+{
+    QTest::addColumn<QString>("when");
+    for (const QString &when : {u"idle"_s, u"loading"_s, u"replying"_s, u"malformed"_s})
+        QTest::newRow(qPrintable(when)) << when;
+}
+
+void EngineTest::endsWithItsInput()
+{
+    QFETCH(QString, when);
+    ServiceProcess service(program);
+    if (when == u"loading"_s)
+        service.send(Load{1, tiny().toStdString(), {}});
+    if (when == u"replying"_s) {
+        as<Loaded>(service.load(tiny(u"tiny-endless"_s)));
+        service.send(question("Hello"));
+        QVERIFY(std::holds_alternative<Text>(service.receive().value()));
+    }
+    if (when == u"malformed"_s)
+        service.sendBytes("\xFF\xFF\xFF\xFF and so on");
+    else
+        service.closeInput();
+    QVERIFY(service.waitForEnd());
+    QCOMPARE(service.process().exitStatus(), QProcess::NormalExit);
+    QCOMPARE(service.process().exitCode(), when == u"malformed"_s ? 1 : 0);
+}
+
+QTEST_GUILESS_MAIN(EngineTest)
+#include "enginetest.moc"

@@ -1,0 +1,134 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "fakeengine.h"
+
+#include "core/failure.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace lumora::service {
+
+namespace {
+
+constexpr Token firstPiece = 1000;
+
+} // namespace
+
+std::string FakeEngine::load(const std::string &path, std::optional<std::int64_t> contextLimit, const std::stop_token &)
+{
+    held.clear();
+    loads.push_back(path);
+    if (path.ends_with(".bad")) {
+        size = 0;
+        throw badFile(path, "it is bad");
+    }
+    if (path.ends_with(".throws"))
+        throw std::runtime_error("out of the blue");
+    size = static_cast<std::size_t>(contextLimit.value_or(4096));
+    return "fake";
+}
+
+std::vector<Token> FakeEngine::tokenize(std::string_view text, SpecialTokens special) const
+{
+    std::vector<Token> tokens;
+    while (!text.empty()) {
+        const auto found = std::ranges::find_if(specials, [&](const auto &mark) { return text.starts_with(mark); });
+        if (special == SpecialTokens::recognised && found != specials.end()) {
+            tokens.push_back(firstSpecial + static_cast<Token>(found - specials.begin()));
+            text.remove_prefix(found->size());
+        } else {
+            tokens.push_back(static_cast<unsigned char>(text.front()));
+            text.remove_prefix(1);
+        }
+    }
+    return tokens;
+}
+
+std::string FakeEngine::tokenBytes(Token token) const
+{
+    if (token < 256)
+        return {static_cast<char>(token)};
+    for (const auto &[piece, number] : m_pieces)
+        if (number == token)
+            return piece;
+    return {};
+}
+
+std::optional<std::string> FakeEngine::applyTemplate(std::span<const ChatMessage> messages) const
+{
+    if (!knowsTemplate)
+        return std::nullopt;
+    std::string text;
+    for (const ChatMessage &message : messages)
+        text += specials.at(static_cast<std::size_t>(message.role)) + message.content + specials.back();
+    return text + specials.at(2) + turnOpening;
+}
+
+std::size_t FakeEngine::keep(std::size_t count)
+{
+    if (count > held.size())
+        throw std::logic_error("more is to be kept than is held");
+    held.resize(goesBack ? count : 0);
+    return held.size();
+}
+
+std::size_t FakeEngine::evaluate(std::span<const Token> tokens, std::size_t position, const std::stop_token &stop)
+{
+    if (position != held.size() || tokens.empty() || position + tokens.size() > size)
+        throw std::logic_error("evaluation at a wrong place");
+    if (beforeEvaluation)
+        beforeEvaluation();
+    std::size_t count = std::min(tokens.size(), stopAfter.value_or(tokens.size()));
+    if (stop.stop_requested())
+        count = 0;
+    const auto done = tokens.first(count);
+    held.insert(held.end(), done.begin(), done.end());
+    evaluations.push_back(count);
+    return held.size();
+}
+
+Token FakeEngine::sample()
+{
+    if (grammars.empty() || grammars.back() != grammar)
+        grammars.push_back(grammar);
+    if (!endless.empty())
+        return tokenFor(endless[m_endlessAt++ % endless.size()]);
+    if (m_script.empty())
+        return endToken;
+    const Token token = m_script.front();
+    m_script.pop_front();
+    return token;
+}
+
+void FakeEngine::write(const std::vector<std::string> &pieces)
+{
+    for (const std::string &piece : pieces)
+        m_script.push_back(tokenFor(piece));
+}
+
+void FakeEngine::say(const std::vector<std::string> &pieces)
+{
+    write(pieces);
+    m_script.push_back(endToken);
+}
+
+Token FakeEngine::tokenFor(const std::string &piece)
+{
+    if (piece.size() == 1)
+        return static_cast<unsigned char>(piece.front());
+    return m_pieces.try_emplace(piece, firstPiece + static_cast<Token>(m_pieces.size())).first->second;
+}
+
+std::string FakeEngine::heldText() const
+{
+    std::string text;
+    for (const Token token : held) {
+        const bool special = token >= firstSpecial && token < firstPiece;
+        text += special ? specials.at(static_cast<std::size_t>(token - firstSpecial)) : tokenBytes(token);
+    }
+    return text;
+}
+
+} // namespace lumora::service

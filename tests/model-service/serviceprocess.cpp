@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "serviceprocess.h"
+
+#include <stdexcept>
+
+namespace lumora {
+
+ServiceProcess::ServiceProcess(const QString &program)
+{
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_process.start(program, {});
+    if (!m_process.waitForStarted(limit))
+        throw std::runtime_error("the service does not start");
+}
+
+ServiceProcess::~ServiceProcess()
+{
+    m_process.closeWriteChannel();
+    m_process.waitForFinished(limit);
+}
+
+void ServiceProcess::send(const wire::Request &request)
+{
+    sendBytes(QByteArray::fromStdString(wire::frame(wire::encode(request))));
+}
+
+void ServiceProcess::sendBytes(const QByteArray &bytes)
+{
+    m_process.write(bytes);
+    while (m_process.bytesToWrite() > 0 && m_process.waitForBytesWritten(limit)) {
+    }
+}
+
+std::optional<wire::Answer> ServiceProcess::receive()
+{
+    for (;;) {
+        if (const auto body = m_frames.next()) {
+            auto answer = wire::decodeAnswer(*body);
+            if (!answer)
+                throw std::runtime_error("not a message: " + *body);
+            return answer;
+        }
+        if (m_frames.isBroken())
+            throw std::runtime_error("the service wrote something that is not a frame");
+        if (m_process.bytesAvailable() == 0 && !m_process.waitForReadyRead(limit)) {
+            if (m_process.state() == QProcess::NotRunning)
+                return std::nullopt;
+            throw std::runtime_error("the service does not answer");
+        }
+        m_frames.append(m_process.readAllStandardOutput().toStdString());
+    }
+}
+
+wire::Answer ServiceProcess::ask(const wire::Request &request)
+{
+    text.clear();
+    calls.clear();
+    send(request);
+    for (;;) {
+        const auto answer = receive();
+        if (!answer)
+            throw std::runtime_error("the service has ended");
+        if (const auto *const piece = std::get_if<wire::Text>(&*answer)) {
+            text += piece->piece;
+            if (onText)
+                onText();
+        } else if (const auto *const call = std::get_if<wire::ToolCall>(&*answer)) {
+            calls.push_back(*call);
+            send(wire::ToolOutput{call->id, call->call, output});
+        } else {
+            return *answer;
+        }
+    }
+}
+
+wire::Answer ServiceProcess::load(const QString &path, std::optional<std::int64_t> contextLimit)
+{
+    return ask(wire::Load{1, path.toStdString(), contextLimit});
+}
+
+} // namespace lumora
