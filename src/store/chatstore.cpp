@@ -33,8 +33,11 @@ ChatStore::ChatStore(SystemLanguageModel model, std::optional<QString> applicati
 
 ChatStore::~ChatStore()
 {
+    // The model's service may end here, and with it the run's wait: while the store is whole, and no run is its own.
+    m_generationID.reset();
     if (m_generationTask)
         m_generationTask->cancel();
+    const SystemLanguageModel lastHold = std::move(m_model);
 }
 
 const Conversation *ChatStore::selectedConversation() const

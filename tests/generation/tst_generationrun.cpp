@@ -328,15 +328,20 @@ void GenerationRunTest::survivesTheEndOfStoreAndService_data()
 {
     QTest::addColumn<bool>("holdsCount");
     QTest::addColumn<bool>("hasStarted");
-    QTest::newRow("before it starts") << false << false;
-    QTest::newRow("while counting") << true << true;
-    QTest::newRow("while streaming") << false << true;
+    QTest::addColumn<bool>("storeIsLastOwner"); // of the service, as in the program
+    for (const bool storeIsLastOwner : {false, true}) {
+        const char *owner = storeIsLastOwner ? ", the store its owner" : "";
+        QTest::addRow("before it starts%s", owner) << false << false << storeIsLastOwner;
+        QTest::addRow("while counting%s", owner) << true << true << storeIsLastOwner;
+        QTest::addRow("while streaming%s", owner) << false << true << storeIsLastOwner;
+    }
 }
 
 void GenerationRunTest::survivesTheEndOfStoreAndService()
 {
     QFETCH(bool, holdsCount);
     QFETCH(bool, hasStarted);
+    QFETCH(bool, storeIsLastOwner);
     StoreFixture fixture;
     fixture.model->enqueue(Script::text("Some text").then(Script::hold()));
     if (holdsCount)
@@ -345,9 +350,13 @@ void GenerationRunTest::survivesTheEndOfStoreAndService()
     ask(*store, "Hi");
     if (hasStarted)
         QTRY_VERIFY(holdsCount ? !fixture.model->countedTexts().isEmpty() : fixture.model->isHolding());
+    const QByteArray saved = fixture.read("conversations.json");
+    if (storeIsLastOwner)
+        fixture.model.reset();
     store.reset();
     fixture.model.reset();
     settle();
+    QCOMPARE(fixture.read("conversations.json"), saved);
     QCOMPARE(fixture.saved().front().messages.front().text, "Hi");
 }
 
