@@ -68,7 +68,7 @@ void GeneratedContentTest::jsonIsReadStrictly_data()
 void GeneratedContentTest::jsonIsReadStrictly()
 {
     QFETCH(QByteArray, json);
-    QVERIFY_EXCEPTION_THROWN(GeneratedContent::fromJson(json), ConversionError);
+    QVERIFY_THROWS_EXCEPTION(ConversionError, GeneratedContent::fromJson(json));
 }
 
 void GeneratedContentTest::propertiesAreReadByType_data()
@@ -100,18 +100,18 @@ void GeneratedContentTest::propertiesAreReadByType()
     if (readsAs == QLatin1String("absent")) {
         QVERIFY(!content.optionalText(property));
         QVERIFY(!content.optionalTexts(property));
-        QVERIFY_EXCEPTION_THROWN(content.text(property), ConversionError);
-        QVERIFY_EXCEPTION_THROWN(content.texts(property), ConversionError);
+        QVERIFY_THROWS_EXCEPTION(ConversionError, content.text(property));
+        QVERIFY_THROWS_EXCEPTION(ConversionError, content.texts(property));
         return;
     }
     if (readsAs == QLatin1String("text"))
         QCOMPARE(content.optionalText(property), content.text(property));
     else
-        QVERIFY_EXCEPTION_THROWN(content.optionalText(property), ConversionError);
+        QVERIFY_THROWS_EXCEPTION(ConversionError, content.optionalText(property));
     if (readsAs == QLatin1String("texts"))
         QCOMPARE(content.optionalTexts(property), content.texts(property));
     else
-        QVERIFY_EXCEPTION_THROWN(content.optionalTexts(property), ConversionError);
+        QVERIFY_THROWS_EXCEPTION(ConversionError, content.optionalTexts(property));
 }
 
 QTEST_GUILESS_MAIN(GeneratedContentTest)

@@ -24,28 +24,27 @@ namespace {
 using Reason = Availability::UnavailableReason;
 
 // A reply and what has come of it.
-class TestReply
+struct TestReply
 {
-public:
     TestReply(ModelService &service, const QString &prompt, ReplyRequest request = {})
     {
         request.prompt.text = prompt;
-        m_reply = service.respond(std::move(request));
-        QObject::connect(m_reply.get(), &ModelReply::textArrived, [this](const QString &piece) { text += piece; });
-        QObject::connect(m_reply.get(), &ModelReply::toolCalled,
+        reply = service.respond(std::move(request));
+        QObject::connect(reply.get(), &ModelReply::textArrived, [this](const QString &piece) { text += piece; });
+        QObject::connect(reply.get(), &ModelReply::toolCalled,
                          [this](const QString &callID, const QString &name, const QByteArray &arguments) {
                              calls.append({callID, name, QString::fromUtf8(arguments)});
                          });
-        QObject::connect(m_reply.get(), &ModelReply::finished, [this](const Usage &counted, const QByteArray &content) {
+        QObject::connect(reply.get(), &ModelReply::finished, [this](const Usage &counted, const QByteArray &content) {
             usage = counted;
             json = content;
         });
-        QObject::connect(m_reply.get(), &ModelReply::failed,
+        QObject::connect(reply.get(), &ModelReply::failed,
                          [this](const QString &description) { failure = description; });
     }
 
     bool hasEnded() const { return usage || failure; }
-    ModelReply *operator->() const { return m_reply.get(); }
+    ModelReply *operator->() const { return reply.get(); }
 
     QString text;
     QList<QStringList> calls;
@@ -53,8 +52,7 @@ public:
     QByteArray json;
     std::optional<QString> failure;
 
-private:
-    std::unique_ptr<ModelReply> m_reply;
+    std::unique_ptr<ModelReply> reply;
 };
 
 bool isRunning(qint64 pid)
