@@ -1,0 +1,37 @@
+# SPDX-FileCopyrightText: 2026 The Lumora developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+# shellcheck shell=bash
+
+# The checks of the sources that ./scripts/test makes beside the tests. Wants say.sh.
+
+# Our own C++ files, one a line.
+cpp_files() {
+    local folders=()
+    mapfile -t folders < <(find . -maxdepth 1 -type d -regex '\./\(src\|model-service\|model\|tests\|bench\)')
+    find "${folders[@]}" -name '*.cpp' -o -name '*.h'
+}
+
+check_format() {
+    say "Checking the format"
+    cpp_files | xargs clang-format-16 --dry-run -Werror || fail "clang-format-16 -i FILE puts the files above right."
+}
+
+check_scripts() {
+    say "Checking the scripts"
+    shellcheck -x --source-path=SCRIPTDIR/.. scripts/setup scripts/run scripts/test scripts/lib/*.sh .ci/run ||
+        fail "shellcheck objects to the lines above."
+}
+
+# check_qml PRESET: every QML module, in its build folder.
+check_qml() {
+    grep -q '^build all_qmllint:' "build/$1/build.ninja" || return 0
+    say "Checking the QML files"
+    quietly "build/$1/qmllint.log" cmake --build --preset "$1" --target all_qmllint ||
+        fail "qmllint objects to the lines above."
+}
+
+# check_code PRESET: clang-tidy, over what changed since it last found nothing.
+check_code() {
+    say "Checking the code with clang-tidy"
+    python3 scripts/lib/tidy.py "build/$1" || fail "clang-tidy objects to the lines above."
+}

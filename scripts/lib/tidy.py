@@ -1,0 +1,125 @@
+# SPDX-FileCopyrightText: 2026 The Lumora developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+"""Runs clang-tidy over every source of ours in a build folder: tidy.py BUILD-FOLDER.
+
+A source that was found clean is not looked at again until it, a header of ours that it includes, its compile command,
+the configuration or the tool changes. The build must be complete, since the headers are known from it.
+"""
+
+import concurrent.futures
+import hashlib
+import json
+import os
+import pathlib
+import re
+import subprocess
+import sys
+
+TOOL = "clang-tidy-16"
+QUERY = "clang-query-16"
+# What gcc knows and clang does not is no matter; what Qt's generated code does is not ours.
+EXTRA = ["--extra-arg=-Wno-unknown-warning-option", "--extra-arg=-Wno-unknown-attributes"]
+# A lambda's captures are gone once the lambda is, while its coroutine may still wait. The tool's own check for that came
+# only later, so it is asked for here: a coroutine's statement inside a lambda that has captures.
+CAPTURING_COROUTINE = (
+    "match stmt(anyOf(coreturnStmt(), coawaitExpr(), coyieldExpr()), isExpansionInMainFile(), "
+    "forFunction(cxxMethodDecl(ofClass(cxxRecordDecl(isLambda(), has(fieldDecl()))))))"
+)
+
+
+def own_sources(root, build):
+    """The compile command of each of our own sources, by its path from the root; a source that is built twice, once."""
+    commands = {}
+    for entry in json.loads((build / "compile_commands.json").read_text()):
+        source = pathlib.Path(entry["directory"], entry["file"]).resolve()
+        if source.is_relative_to(root) and not source.is_relative_to(root / "build"):
+            commands.setdefault(str(source.relative_to(root)), entry)
+    return commands
+
+
+def own_includes(root, build):
+    """The files of ours that went into each object, by the object's path, as ninja noted them."""
+    listing = subprocess.run(["ninja", "-C", build, "-t", "deps"], check=True, capture_output=True, text=True).stdout
+    includes, current = {}, None
+    for line in listing.splitlines():
+        if line and not line.startswith(" "):
+            current = includes.setdefault(line.split(": #deps")[0], [])
+        elif line:
+            path = pathlib.Path(build, line.strip()).resolve()
+            if path.is_relative_to(root):
+                current.append(path)
+    return includes
+
+
+class Fingerprints:
+    """Says what a source's result depends on, as one short text."""
+
+    def __init__(self, root, build):
+        self._build = build
+        self._includes = own_includes(root, build)
+        self._digests = {}
+        tool = subprocess.run([TOOL, "--version"], check=True, capture_output=True).stdout
+        configurations = sorted(root.glob("**/.clang-tidy"))
+        self._common = [tool, pathlib.Path(__file__).read_bytes(), *(path.read_bytes() for path in configurations)]
+
+    def _digest(self, path):
+        if path not in self._digests:
+            self._digests[path] = hashlib.sha256(path.read_bytes()).digest()
+        return self._digests[path]
+
+    def of(self, entry):
+        total = hashlib.sha256(b"\0".join(self._common) + entry["command"].encode())
+        output = re.search(r" -o (\S+)", entry["command"])[1]
+        for path in sorted(self._includes[output]):
+            total.update(str(path).encode() + self._digest(path))
+        return total.hexdigest()
+
+
+def complaints(root, build, source):
+    """What is wrong with one source; empty where nothing is."""
+    run = subprocess.run([TOOL, "--quiet", "-p", build, *EXTRA, root / source], capture_output=True, text=True)
+    found = run.stdout if run.returncode == 0 else run.stdout + run.stderr
+    if re.search(r"\bco_(await|return|yield)\b", (root / source).read_text()):
+        query = subprocess.run(
+            [QUERY, "-p", build, *EXTRA, "-c", "set output diag", "-c", CAPTURING_COROUTINE, root / source],
+            capture_output=True,
+            text=True,
+        )
+        if query.stdout.splitlines()[-1:] != ["0 matches."]:
+            found += f"{source}: a coroutine must not be a capturing lambda\n{query.stdout}{query.stderr}"
+    return found if run.returncode != 0 or found.strip() else ""
+
+
+def main():
+    root = pathlib.Path(__file__).resolve().parents[2]
+    build = root / sys.argv[1]
+    stamps = build / "tidy"
+    stamps.mkdir(exist_ok=True)
+    commands = own_sources(root, build)
+    fingerprints = Fingerprints(root, build)
+    due = {}
+    for source, entry in sorted(commands.items()):
+        stamp = stamps / (source.replace("/", "_") + ".clean")
+        fingerprint = fingerprints.of(entry)
+        if not stamp.exists() or stamp.read_text() != fingerprint:
+            due[source] = (stamp, fingerprint)
+
+    bad = 0
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        running = {pool.submit(complaints, root, build, source): source for source in due}
+        for done, future in enumerate(concurrent.futures.as_completed(running), 1):
+            source = running[future]
+            print(f"    [{done}/{len(due)}] {source}", flush=True)
+            if found := future.result():
+                bad += 1
+                print(found, flush=True)
+            else:
+                stamp, fingerprint = due[source]
+                stamp.write_text(fingerprint)
+    print(f"    {len(commands)} sources, {len(commands) - len(due)} unchanged since they were clean, {bad} with faults")
+    return 1 if bad else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
