@@ -5,7 +5,9 @@
 // object: tokens a second while replies are written, and the time to the first text of the tenth question, both with
 // what the service has computed for the nine before it and in a service that has just started.
 //
-// bench_reply LAUNCHER MODEL.gguf
+// Each reply ends after 128 tokens, since a model of random weights does not end by itself.
+//
+// bench_reply LAUNCHER MODEL.gguf    (absolute paths)
 
 #include "platform/model/local/localmodelservice.h"
 #include "store/chatstore.h"
@@ -25,6 +27,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr int questions = 10;
+constexpr qint64 replyLength = 128; // tokens
 
 double seconds(Clock::duration duration)
 {
@@ -54,6 +57,21 @@ struct Answered
     double whileWriting = 0;   ///< seconds, from the first text to the end
     qint64 outputTokens = 0;
     qint64 inputTokens = 0;
+};
+
+/// The service on this computer, with a limit to the length of its replies.
+class BriefModelService : public LocalModelService
+{
+    Q_OBJECT
+
+public:
+    using LocalModelService::LocalModelService;
+
+    std::unique_ptr<ModelReply> respond(ReplyRequest request) override
+    {
+        request.options.maximumResponseTokens = replyLength;
+        return LocalModelService::respond(std::move(request));
+    }
 };
 
 /// The program, but for its window, on a data directory.
@@ -89,9 +107,9 @@ private:
         return m_store.modelAvailability().reason() == Availability::UnavailableReason::modelNotReady;
     }
 
-    static std::shared_ptr<LocalModelService> makeService(const QString &launcher, const QString &modelFile)
+    static std::shared_ptr<ModelService> makeService(const QString &launcher, const QString &modelFile)
     {
-        return std::make_shared<LocalModelService>(LocalModelSettings{
+        return std::make_shared<BriefModelService>(LocalModelSettings{
             .modelFolder = std::nullopt, .builtInModels = {modelFile}, .command = {launcher, {}}, .patience = {}});
     }
 
@@ -145,3 +163,5 @@ int main(int argc, char **argv)
                 warm.untilFirstText, cold.untilFirstText);
     return 0;
 }
+
+#include "bench_reply.moc"

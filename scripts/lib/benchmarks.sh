@@ -1,0 +1,49 @@
+# SPDX-FileCopyrightText: 2026 The Lumora developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+# shellcheck shell=bash
+
+# What scripts/bench does, step by step. Wants say.sh and libllama.sh.
+
+bench_build=build/release
+
+# Prints the folder in which the engine's own benchmark lies, fetched with the engine's packages of the same version.
+llama_tools() {
+    local cached
+    for cached in "$(libllama_cache)/$(dpkg --print-architecture)"-*; do
+        if [ -x "$cached/usr/bin/llama-bench" ] && libllama_is_complete "$cached"; then
+            echo "$cached"
+            return
+        fi
+    done
+    say "Fetching the engine's own benchmark, once, into $(libllama_cache)"
+    libllama_fetch libllama_works "${libllama_packages[@]}" llama.cpp-tools
+}
+
+# run_benchmark RESULTS NAME: each measure five times, in random order, so that what else happens hits all alike.
+run_benchmark() {
+    "$bench_build/bench/$2" --benchmark_repetitions=5 --benchmark_enable_random_interleaving=true \
+        --benchmark_report_aggregates_only=true --benchmark_out_format=json --benchmark_out="$1/$2.json" >/dev/null 2>&1 ||
+        fail "$2 failed."
+}
+
+# measure_replies RESULTS PREFIX TOOLS: a chat through the program, and llama-bench with the same file, threads and length.
+measure_replies() {
+    local libraries model
+    model=$PWD/$bench_build/bench.gguf
+    [ -f "$model" ] || "$bench_build/bin/lumora-tiny-model" "$model" --size bench
+    "$bench_build/bench/bench_reply" "$PWD/$bench_build/bin/lumora-model" "$model" >"$1/reply.json"
+    libraries=$(dirname "$(compgen -G "$3/usr/lib/*/libllama.so.0")")
+    # It looks for the processor's backends in the folder in which it is started.
+    (cd "$libraries"/ggml/backends* && "$libraries"/ld-linux*.so.* --library-path "$libraries:$libraries/llama" \
+        "$3/usr/bin/llama-bench" -m "$model" -p 0 -n 128 -r 5 -t "$(physical_cores)" -o json) >"$1/llama.json" 2>/dev/null ||
+        fail "llama-bench failed."
+}
+
+# As many threads as the model service takes.
+physical_cores() { cat /sys/devices/system/cpu/cpu*/topology/thread_siblings_list | sort -u | wc -l; }
+
+# print_table RESULTS
+print_table() {
+    jq -rn --slurpfile history "$1/bench_history.json" --slurpfile store "$1/bench_store.json" \
+        --slurpfile reply "$1/reply.json" --slurpfile llama "$1/llama.json" -f scripts/lib/table.jq
+}
