@@ -11,6 +11,8 @@
 #include "store/historyfile.h"
 #include "store/replytext.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace lumora {
@@ -183,7 +185,7 @@ void ChatStore::save()
 
 FileOutcome ChatStore::writeHistory(const QString &path)
 {
-    if (FileOutcome failed = createFolder(*storageFolder(m_applicationSupport)))
+    if (FileOutcome failed = createFolder(QFileInfo(path).path()))
         return failed;
     if (m_historyFile == HistoryFile::unreadable) {
         if (FileOutcome failed = setFileAside(path))

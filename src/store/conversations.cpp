@@ -52,7 +52,7 @@ void ChatStore::deleteConversation(QUuid id)
 {
     if (m_selectedID == id)
         stopGenerating();
-    while (const std::optional<qsizetype> row = m_conversations.row(id)) {
+    for (std::optional<qsizetype> row = m_conversations.row(id); row; row = m_conversations.row(id)) {
         m_conversations.removeAt(*row);
         Q_EMIT conversationRemoved(*row);
     }

@@ -37,9 +37,9 @@ struct JsonDocument::Parsed
 
 JsonValue JsonValue::member(const char *key) const
 {
-    const std::optional<JsonValue> value = find(key);
-    require(value.has_value());
-    return *value;
+    if (const std::optional<JsonValue> value = find(key))
+        return *value;
+    throw JsonError();
 }
 
 std::optional<JsonValue> JsonValue::optionalMember(const char *key) const
@@ -103,9 +103,9 @@ qint64 JsonValue::integer() const
 
 QUuid JsonValue::identifier() const
 {
-    const std::optional<QUuid> id = identifierFromText(QLatin1String(utf8()));
-    require(id.has_value());
-    return *id;
+    if (const std::optional<QUuid> id = identifierFromText(QLatin1String(utf8())))
+        return *id;
+    throw JsonError();
 }
 
 JsonDocument::JsonDocument(QByteArray bytes)

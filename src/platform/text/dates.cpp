@@ -24,7 +24,7 @@ icu::UnicodeString toIcu(const QString &text)
 QString userLocaleName()
 {
     for (const char *variable : {"LC_ALL", "LC_TIME", "LANG"}) {
-        if (const QString name = qEnvironmentVariable(variable); !name.isEmpty())
+        if (QString name = qEnvironmentVariable(variable); !name.isEmpty())
             return name;
     }
     return QStringLiteral("C");
