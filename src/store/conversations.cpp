@@ -52,9 +52,11 @@ void ChatStore::deleteConversation(QUuid id)
 {
     if (m_selectedID == id)
         stopGenerating();
-    for (std::optional<qsizetype> row = m_conversations.row(id); row; row = m_conversations.row(id)) {
-        m_conversations.removeAt(*row);
-        Q_EMIT conversationRemoved(*row);
+    for (qsizetype row = qsizetype(conversations().size()) - 1; row >= 0; --row) {
+        if (conversations()[size_t(row)].id != id)
+            continue;
+        m_conversations.removeAt(row);
+        Q_EMIT conversationRemoved(row);
     }
     if (m_conversations.isEmpty())
         newConversation();
