@@ -57,7 +57,7 @@ struct LlamaEngine::Loading
 
 LlamaEngine::LlamaEngine(const std::string &backendFolder)
 {
-    logWarningsOnly();
+    receiveLog();
     llama_backend_init();
     if (backendFolder.empty())
         ggml_backend_load_all();
@@ -115,7 +115,7 @@ void LlamaEngine::loadModel(const Loading &loading, int gpuLayers)
         throw badFile(loading.path, reasonOfLastError(loading.header.architecture));
     if (const auto reason = reasonNotToConverse(m_model.get()))
         throw badFile(loading.path, *reason);
-    m_vocabulary.emplace(llama_model_get_vocab(m_model.get()));
+    m_vocabulary = std::make_unique<LlamaVocabulary>(llama_model_get_vocab(m_model.get()));
 }
 
 void LlamaEngine::makeContext(const Loading &loading)
@@ -237,8 +237,10 @@ std::size_t LlamaEngine::evaluate(std::span<const Token> tokens, std::size_t pos
         if (result == 0)
             continue;
         // An aborted evaluation leaves what it completed, but a state that cannot go back may be half-way on.
-        if (result == 2 && goesBack())
-            return static_cast<std::size_t>(llama_memory_seq_pos_max(memory, 0) + 1);
+        if (result == 2 && goesBack()) {
+            const llama_pos next = llama_memory_seq_pos_max(memory, 0) + 1;
+            return static_cast<std::size_t>(next);
+        }
         llama_memory_clear(memory, false);
         if (result == 2)
             return 0;
@@ -254,7 +256,7 @@ bool LlamaEngine::goesBack() const
 
 void LlamaEngine::startSampling(const SamplingSettings &settings)
 {
-    m_sampler.emplace(*m_vocabulary, settings);
+    m_sampler = std::make_unique<LlamaSampler>(*m_vocabulary, settings);
 }
 
 void LlamaEngine::setGrammar(const std::string &gbnf)

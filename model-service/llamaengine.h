@@ -8,6 +8,7 @@
 #include "llamasampler.h"
 #include "llamavocabulary.h"
 
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -49,9 +50,9 @@ private:
     bool goesBack() const;
 
     ModelHandle m_model;
-    std::optional<LlamaVocabulary> m_vocabulary;
+    std::unique_ptr<LlamaVocabulary> m_vocabulary;
     ContextHandle m_context;
-    std::optional<LlamaSampler> m_sampler;
+    std::unique_ptr<LlamaSampler> m_sampler;
     std::size_t m_contextSize = 0;
     std::stop_token m_stop; // of the evaluation that runs
 };

@@ -62,9 +62,13 @@ std::int64_t attentionLength(const llama_model *model, const char *which)
 
 } // namespace
 
-void logWarningsOnly()
+void receiveLog()
 {
     llama_log_set(takeLog, nullptr);
+    ggml_set_abort_callback([](const char *reason) {
+        std::fputs(reason, stderr);
+        std::fputc('\n', stderr);
+    });
 }
 
 void muteLog(bool muted)

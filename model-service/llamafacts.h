@@ -13,8 +13,9 @@
 
 namespace lumora::service {
 
-/// Writes what libllama has to complain about to the standard error stream, and drops the rest of its log.
-void logWarningsOnly();
+/// Writes what libllama has to complain about to the standard error stream, and drops the rest of its log. Where ggml
+/// gives up, it says why and aborts; left alone, it would start a debugger on this process.
+void receiveLog();
 
 /// libllama complains about an evaluation that was aborted, which is nothing to complain about.
 void muteLog(bool muted);

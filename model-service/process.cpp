@@ -4,7 +4,6 @@
 #include "process.h"
 
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -29,8 +28,6 @@ void confine()
     const rlimit none = {0, 0};
     setrlimit(RLIMIT_CORE, &none);
     std::signal(SIGPIPE, SIG_IGN);
-    // ggml would otherwise start a debugger on itself where it gives up.
-    setenv("GGML_NO_BACKTRACE", "1", 1);
 }
 
 } // namespace lumora::service

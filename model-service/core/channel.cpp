@@ -22,7 +22,7 @@ ChannelEnd readRequests(int descriptor, Inbox &inbox)
         if (count <= 0)
             return frames.isInsideFrame() ? ChannelEnd::malformed : ChannelEnd::closed;
         frames.append({buffer.data(), static_cast<std::size_t>(count)});
-        while (auto body = frames.next()) {
+        for (auto body = frames.next(); body; body = frames.next()) {
             auto request = wire::decodeRequest(*body);
             if (!request)
                 return ChannelEnd::malformed;

@@ -85,7 +85,7 @@ public:
     /// Adds a rule; its name.
     std::string add(const std::string &rule)
     {
-        const std::string name = "rule-" + std::to_string(m_count++);
+        std::string name = "rule-" + std::to_string(m_count++);
         m_rules += name + " ::= " + rule + '\n';
         return name;
     }

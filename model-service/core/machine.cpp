@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 #include <fstream>
 #include <limits>
 #include <optional>
@@ -63,14 +64,12 @@ std::string groupPath(const std::string &root)
 std::int64_t groupLimit(const std::string &root)
 {
     std::int64_t left = unlimited;
-    for (std::string path = groupPath(root); path.size() > 1; path.erase(path.find_last_of('/'))) {
-        const std::string folder = root + "/sys/fs/cgroup" + path;
+    for (std::filesystem::path path = groupPath(root); path.has_relative_path(); path = path.parent_path()) {
+        const std::string folder = root + "/sys/fs/cgroup" + path.string();
         const auto limit = number(firstLine(folder + "/memory.max"));
         const auto used = number(firstLine(folder + "/memory.current"));
         if (limit && used)
             left = std::min(left, std::max<std::int64_t>(*limit - *used, 0));
-        if (path.find('/') == std::string::npos)
-            break;
     }
     return left;
 }
@@ -88,6 +87,7 @@ int physicalCores(const std::string &root)
     CPU_ZERO(&allowed);
     if (sched_getaffinity(0, sizeof allowed, &allowed) != 0)
         return 1;
+    const std::string processors = root + "/sys/devices/system/cpu/cpu";
     std::set<std::string> cores;
     for (std::size_t cpu = 0; cpu < CPU_SETSIZE; ++cpu) {
         if (!CPU_ISSET(cpu, &allowed))

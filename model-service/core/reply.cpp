@@ -47,7 +47,7 @@ wire::Finished Reply::run()
         throw promptTooLong();
     m_engine.startSampling(samplingSettings(m_engine.samplingDefaults(), m_request.options));
     m_engine.setGrammar({});
-    return m_request.schema ? runObject() : runText();
+    return m_request.schema ? runObject(*m_request.schema) : runText();
 }
 
 wire::Finished Reply::runText()
@@ -62,10 +62,10 @@ wire::Finished Reply::runText()
     return finished(std::nullopt);
 }
 
-wire::Finished Reply::runObject()
+wire::Finished Reply::runObject(const std::string &schema)
 {
-    const std::string grammar = m_request.tools.empty() ? objectGrammar(*m_request.schema)
-                                                        : objectOrCallGrammar(*m_request.schema, m_request.tools);
+    const std::string grammar =
+        m_request.tools.empty() ? objectGrammar(schema) : objectOrCallGrammar(schema, m_request.tools);
     for (;;) {
         m_engine.setGrammar(grammar);
         std::string object = readObject({});

@@ -55,7 +55,7 @@ private:
     };
 
     wire::Finished runText();
-    wire::Finished runObject();
+    wire::Finished runObject(const std::string &schema);
     TurnEnd readText();
     std::string readObject(std::string_view beginning);
     Step step(std::string &bytes);

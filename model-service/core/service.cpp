@@ -31,7 +31,7 @@ Service::Service(Engine &engine, Inbox &inbox, Send send, std::function<void(con
 
 void Service::run()
 {
-    while (const auto job = m_inbox.next())
+    for (auto job = m_inbox.next(); job; job = m_inbox.next())
         m_send(answer(*job));
 }
 

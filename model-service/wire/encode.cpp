@@ -54,7 +54,8 @@ public:
     {
         key(name);
         const auto document = parseObject(json);
-        require(document.has_value(), "a field that is to hold a JSON object does not");
+        if (!document)
+            throw std::invalid_argument("a field that is to hold a JSON object does not");
         document->Accept(m_writer);
     }
     void objectOrNull(std::string_view name, const std::optional<std::string> &json)

@@ -59,7 +59,7 @@ void DecisionsTest::choosesAContext()
     ContextNeeds needs{.trainedTokens = trained, .requestedTokens = {}, .bytesPerToken = 4096, .freeBytes = 0};
     if (requested != 0)
         needs.requestedTokens = requested;
-    needs.freeBytes = 4 * 4096 * freeTokens;
+    needs.freeBytes = 4 * needs.bytesPerToken * freeTokens;
     QCOMPARE(chooseContextSize(needs).value_or(0), chosen);
     needs.bytesPerToken = 0; // a state that does not grow
     QVERIFY(chooseContextSize(needs).has_value());

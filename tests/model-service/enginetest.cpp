@@ -359,10 +359,10 @@ void EngineTest::endsWithItsInput()
     if (when == u"malformed"_s)
         service.sendBytes("\xFF\xFF\xFF\xFF and so on");
     else
-        service.closeInput();
+        service.process.closeWriteChannel();
     QVERIFY(service.waitForEnd());
-    QCOMPARE(service.process().exitStatus(), QProcess::NormalExit);
-    QCOMPARE(service.process().exitCode(), when == u"malformed"_s ? 1 : 0);
+    QCOMPARE(service.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(service.process.exitCode(), when == u"malformed"_s ? 1 : 0);
 }
 
 QTEST_GUILESS_MAIN(EngineTest)

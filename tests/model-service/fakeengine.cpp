@@ -50,7 +50,7 @@ std::string FakeEngine::tokenBytes(Token token) const
 {
     if (token < 256)
         return {static_cast<char>(token)};
-    for (const auto &[piece, number] : m_pieces)
+    for (const auto &[piece, number] : pieces)
         if (number == token)
             return piece;
     return {};
@@ -94,31 +94,31 @@ Token FakeEngine::sample()
     if (grammars.empty() || grammars.back() != grammar)
         grammars.push_back(grammar);
     if (!endless.empty())
-        return tokenFor(endless[m_endlessAt++ % endless.size()]);
-    if (m_script.empty())
+        return tokenFor(endless[endlessAt++ % endless.size()]);
+    if (script.empty())
         return endToken;
-    const Token token = m_script.front();
-    m_script.pop_front();
+    const Token token = script.front();
+    script.pop_front();
     return token;
 }
 
-void FakeEngine::write(const std::vector<std::string> &pieces)
+void FakeEngine::write(const std::vector<std::string> &written)
 {
-    for (const std::string &piece : pieces)
-        m_script.push_back(tokenFor(piece));
+    for (const std::string &piece : written)
+        script.push_back(tokenFor(piece));
 }
 
-void FakeEngine::say(const std::vector<std::string> &pieces)
+void FakeEngine::say(const std::vector<std::string> &written)
 {
-    write(pieces);
-    m_script.push_back(endToken);
+    write(written);
+    script.push_back(endToken);
 }
 
 Token FakeEngine::tokenFor(const std::string &piece)
 {
     if (piece.size() == 1)
         return static_cast<unsigned char>(piece.front());
-    return m_pieces.try_emplace(piece, firstPiece + static_cast<Token>(m_pieces.size())).first->second;
+    return pieces.try_emplace(piece, firstPiece + static_cast<Token>(pieces.size())).first->second;
 }
 
 std::string FakeEngine::heldText() const

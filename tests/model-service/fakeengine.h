@@ -18,9 +18,8 @@ namespace lumora::service {
 
 /// An engine that says what it is told to. Each byte is a token of its own; what it says may come in longer tokens.
 /// It checks that it is always asked to evaluate right after what it holds.
-class FakeEngine final : public Engine
+struct FakeEngine final : Engine
 {
-public:
     std::string load(const std::string &path, std::optional<std::int64_t> contextLimit,
                      const std::stop_token &stop) override;
     std::size_t contextSize() const override { return size; }
@@ -38,10 +37,10 @@ public:
     Token sample() override;
 
     /// What the model writes next, token by token; after all of it, it ends its turns at once.
-    void write(const std::vector<std::string> &pieces);
+    void write(const std::vector<std::string> &written);
 
     /// The same, and then the end of its turn.
-    void say(const std::vector<std::string> &pieces);
+    void say(const std::vector<std::string> &written);
 
     /// What the engine has read and written, special tokens as they are written.
     std::string heldText() const;
@@ -66,12 +65,11 @@ public:
     SamplingSettings sampling;
     std::vector<std::string> loads;
 
-private:
     Token tokenFor(const std::string &piece);
 
-    std::deque<Token> m_script;
-    std::map<std::string, Token> m_pieces;
-    std::size_t m_endlessAt = 0;
+    std::deque<Token> script; // what it writes next
+    std::map<std::string, Token> pieces;
+    std::size_t endlessAt = 0;
 };
 
 } // namespace lumora::service

@@ -141,12 +141,12 @@ void MessagesTest::readsNoMessageOfTheOtherDirection()
 void MessagesTest::refusesToWriteABrokenObject()
 {
     for (const char *const json : {"", "[]", "{", "{}x", "null"}) {
-        QVERIFY_EXCEPTION_THROWN(encode(Answer(ToolCall{1, "c", "n", json})), std::invalid_argument);
+        QVERIFY_THROWS_EXCEPTION(std::invalid_argument, encode(Answer(ToolCall{1, "c", "n", json})));
         Respond respond;
         respond.schema = json;
-        QVERIFY_EXCEPTION_THROWN(encode(Request(respond)), std::invalid_argument);
+        QVERIFY_THROWS_EXCEPTION(std::invalid_argument, encode(Request(respond)));
     }
-    QVERIFY_EXCEPTION_THROWN(encode(Answer(Text{1, "\xFF"})), std::invalid_argument);
+    QVERIFY_THROWS_EXCEPTION(std::invalid_argument, encode(Answer(Text{1, "\xFF"})));
 }
 
 QTEST_GUILESS_MAIN(MessagesTest)

@@ -9,16 +9,16 @@ namespace lumora {
 
 ServiceProcess::ServiceProcess(const QString &program)
 {
-    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(program, {});
-    if (!m_process.waitForStarted(limit))
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(program, {});
+    if (!process.waitForStarted(limit))
         throw std::runtime_error("the service does not start");
 }
 
 ServiceProcess::~ServiceProcess()
 {
-    m_process.closeWriteChannel();
-    m_process.waitForFinished(limit);
+    process.closeWriteChannel();
+    process.waitForFinished(limit);
 }
 
 void ServiceProcess::send(const wire::Request &request)
@@ -28,28 +28,28 @@ void ServiceProcess::send(const wire::Request &request)
 
 void ServiceProcess::sendBytes(const QByteArray &bytes)
 {
-    m_process.write(bytes);
-    while (m_process.bytesToWrite() > 0 && m_process.waitForBytesWritten(limit)) {
+    process.write(bytes);
+    while (process.bytesToWrite() > 0 && process.waitForBytesWritten(limit)) {
     }
 }
 
 std::optional<wire::Answer> ServiceProcess::receive()
 {
     for (;;) {
-        if (const auto body = m_frames.next()) {
+        if (const auto body = frames.next()) {
             auto answer = wire::decodeAnswer(*body);
             if (!answer)
                 throw std::runtime_error("not a message: " + *body);
             return answer;
         }
-        if (m_frames.isBroken())
+        if (frames.isBroken())
             throw std::runtime_error("the service wrote something that is not a frame");
-        if (m_process.bytesAvailable() == 0 && !m_process.waitForReadyRead(limit)) {
-            if (m_process.state() == QProcess::NotRunning)
+        if (process.bytesAvailable() == 0 && !process.waitForReadyRead(limit)) {
+            if (process.state() == QProcess::NotRunning)
                 return std::nullopt;
             throw std::runtime_error("the service does not answer");
         }
-        m_frames.append(m_process.readAllStandardOutput().toStdString());
+        frames.append(process.readAllStandardOutput().toStdString());
     }
 }
 

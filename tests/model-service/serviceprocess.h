@@ -16,9 +16,8 @@
 namespace lumora {
 
 /// The real service, started as the program starts it. A wait that takes too long ends the test with an exception.
-class ServiceProcess
+struct ServiceProcess
 {
-public:
     explicit ServiceProcess(const QString &program);
     ~ServiceProcess();
     Q_DISABLE_COPY_MOVE(ServiceProcess)
@@ -33,20 +32,16 @@ public:
     wire::Answer ask(const wire::Request &request);
 
     wire::Answer load(const QString &path, std::optional<std::int64_t> contextLimit = {});
-    void closeInput() { m_process.closeWriteChannel(); }
-    bool waitForEnd() { return m_process.waitForFinished(limit); }
-    const QProcess &process() const { return m_process; }
+    bool waitForEnd() { return process.waitForFinished(limit); }
 
     std::string text; ///< of the last request
     std::vector<wire::ToolCall> calls;
     std::string output = "It is Monday.";
     std::function<void()> onText;
+    QProcess process;
+    wire::FrameReader frames;
 
-private:
     static constexpr int limit = 60000; // milliseconds
-
-    QProcess m_process;
-    wire::FrameReader m_frames;
 };
 
 } // namespace lumora

@@ -54,14 +54,15 @@ std::string nameOf(const wire::Answer &answer)
 }
 
 /// A service that runs on its own thread, as the process's does.
-class RunningService
+struct RunningService
 {
-public:
+    RunningService() = default;
     ~RunningService() { finish(); }
+    Q_DISABLE_COPY_MOVE(RunningService)
 
     void start()
     {
-        m_thread = std::thread([this] {
+        thread = std::thread([this] {
             Service(
                 engine, inbox,
                 [this](const wire::Answer &answer) {
@@ -76,9 +77,9 @@ public:
 
     void finish()
     {
-        if (m_thread.joinable()) {
+        if (thread.joinable()) {
             inbox.close();
-            m_thread.join();
+            thread.join();
         }
     }
 
@@ -87,9 +88,7 @@ public:
     std::vector<std::string> answers; // to be read once the service has finished
     std::vector<std::string> guarded;
     std::function<void(const wire::Answer &)> onAnswer; // on the service's thread
-
-private:
-    std::thread m_thread;
+    std::thread thread;
 };
 
 /// Lets the service go through all that was posted, and ends it with the last answer.
