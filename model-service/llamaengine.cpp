@@ -65,6 +65,11 @@ LlamaEngine::LlamaEngine(const std::string &backendFolder)
         ggml_backend_load_all_from_path(backendFolder.c_str());
 }
 
+bool LlamaEngine::hasProcessorBackend()
+{
+    return ggml_backend_dev_by_type(GGML_BACKEND_DEVICE_TYPE_CPU) != nullptr;
+}
+
 LlamaEngine::~LlamaEngine()
 {
     unload();

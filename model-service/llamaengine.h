@@ -24,6 +24,9 @@ public:
     explicit LlamaEngine(const std::string &backendFolder);
     ~LlamaEngine() override;
 
+    /// Without one for the processor nothing can be computed, whatever the file.
+    static bool hasProcessorBackend();
+
     std::string load(const std::string &path, std::optional<std::int64_t> contextLimit,
                      const std::stop_token &stop) override;
     std::size_t contextSize() const override { return m_contextSize; }

@@ -23,12 +23,13 @@ namespace {
 enum ExitStatus {
     ended = 0,
     misused = 1,
+    incomplete = 127, // as where a program or a library is missing
 };
 
-/// The launcher's argument: --backends FOLDER, where ggml's backends lie.
+/// --backends FOLDER, where ggml's backends lie. The launcher puts its own first; the last one counts.
 std::string backendFolder(int argc, char **argv)
 {
-    return argc == 3 && std::string_view(argv[1]) == "--backends" ? argv[2] : "";
+    return argc >= 3 && std::string_view(argv[argc - 2]) == "--backends" ? argv[argc - 1] : "";
 }
 
 } // namespace
@@ -57,6 +58,11 @@ int main(int argc, char **argv)
         armCrashGuard(output, answer != nullptr ? wire::frame(wire::encode(*answer)) : std::string());
     };
     LlamaEngine engine(backendFolder(argc, argv));
+    if (!LlamaEngine::hasProcessorBackend()) {
+        std::fputs("lumora-model: the engine has no backend for the processor; the installation is incomplete\n",
+                   stderr);
+        _exit(incomplete);
+    }
     Service(engine, inbox, send, guardLoad).run();
     _exit(ended);
 }

@@ -17,14 +17,26 @@ namespace {
 // where it stands in somebody's words; the second stands for a turn of the model.
 constexpr std::string_view cut = "\xEF\xB7\x90";
 constexpr std::string_view modelTurn = "\xEF\xB7\x91";
+static_assert(cut.size() == modelTurn.size());
+
+constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
 constexpr std::string_view thoughtMark = "<think>";
 
-std::string without(std::string text, std::string_view part)
+// Without the two marks, which mean something else here, and without U+0000, at which a template would end the text.
+std::string cleaned(std::string_view text)
 {
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at))
-        text.erase(at, part.size());
-    return text;
+    std::string clean;
+    clean.reserve(text.size());
+    while (!text.empty()) {
+        if (text.starts_with(cut) || text.starts_with(modelTurn)) {
+            text.remove_prefix(cut.size());
+            continue;
+        }
+        clean += text.front() == '\0' ? replacement : text.substr(0, 1);
+        text.remove_prefix(1);
+    }
+    return clean;
 }
 
 std::string_view firstCharacter(std::string_view text)
@@ -92,7 +104,7 @@ std::string Conversation::layOut(const std::vector<ChatMessage> &messages) const
 // A special token's text in somebody's words must not become that token: a question could then speak for the system.
 std::string Conversation::guarded(std::string_view text) const
 {
-    const std::string clean = without(without(std::string(text), cut), modelTurn);
+    const std::string clean = cleaned(text);
     std::string marked;
     marked.reserve(clean.size());
     for (std::string_view rest = clean; !rest.empty();) {
@@ -138,8 +150,6 @@ std::string systemText(const wire::Respond &request)
         text += "To call one, write nothing but {\"tool\": NAME, \"arguments\": {...}} on a line of its own. "
                 "Its output comes as the next message.";
     }
-    if (request.schema)
-        paragraph("Answer with one JSON object of this schema: " + *request.schema);
     return text;
 }
 

@@ -19,8 +19,8 @@ class Conversation
 public:
     explicit Conversation(const Engine &engine);
 
-    /// Instructions, tools and the schema of the answer as the system's message, then the prompt as the user's, up to
-    /// where the model's turn begins.
+    /// Instructions and tools as the system's message, then the prompt as the user's, up to where the model's turn
+    /// begins. A schema is not laid out: it binds the answer, and what the model is to know of it stands in the prompt.
     std::vector<Token> opening(const wire::Respond &request) const;
 
     /// What stands between a call, which ended the model's turn, and the model's next turn. output: valid UTF-8.

@@ -13,7 +13,8 @@ namespace lumora::service {
 
 namespace {
 
-constexpr std::array<int, 5> crashes = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
+// Not SIGILL: that a processor lacks an instruction is no fault of the file, and the program can tell by the signal.
+constexpr std::array<int, 4> crashes = {SIGSEGV, SIGBUS, SIGFPE, SIGABRT};
 constexpr int crashedStatus = 3;
 
 // A signal's handler can reach nothing but such variables, and a stack of its own where the usual one has run out.

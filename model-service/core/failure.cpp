@@ -65,6 +65,12 @@ Failure answerCutShort()
             "The answer was cut off before it was complete, so it cannot be shown. Ask for a shorter answer."};
 }
 
+Failure endedInThought()
+{
+    return {wire::ErrorCode::cutShort, "The language model was still thinking when it stopped, so there is no answer. "
+                                       "Send the message again, or ask for something simpler."};
+}
+
 Failure tooManyCalls()
 {
     return {wire::ErrorCode::tooManyCalls,

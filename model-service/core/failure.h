@@ -34,6 +34,7 @@ Failure noMemoryFor(const std::string &path);
 Failure promptTooLong();
 Failure replyFilledContext();
 Failure answerCutShort();
+Failure endedInThought();
 Failure tooManyCalls();
 /// detail: for who looks into it; part of the message.
 Failure internalFailure(const std::string &detail);

@@ -102,6 +102,8 @@ Reply::TurnEnd Reply::readText()
     m_text.flush();
     if (done == Step::filledContext)
         throw replyFilledContext();
+    if (reader.isInsideThought())
+        throw endedInThought();
     return TurnEnd::finished;
 }
 

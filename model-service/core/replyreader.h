@@ -32,6 +32,9 @@ public:
     /// Appends what was held back: the turn ended.
     void finish(std::string &text);
 
+    /// What was read ends in a thought, before which nothing was said.
+    bool isInsideThought() const { return m_thoughts.isInside(); }
+
 private:
     LineWatcher::Found pass(std::string_view characters, std::string &text);
     LineWatcher::Found watch(std::string_view passed, std::string &text);

@@ -17,6 +17,10 @@ constexpr std::string_view whiteSpace = " \t\r\n";
 
 void ThoughtFilter::read(char byte, std::string &text)
 {
+    if (m_state == State::outside) {
+        text += byte;
+        return;
+    }
     const std::string_view mark = m_state == State::inside ? closingMark : openingMark;
     m_held += byte;
     if (m_held == mark) {
@@ -28,10 +32,8 @@ void ThoughtFilter::read(char byte, std::string &text)
         return;
     // The first byte of a mark occurs nowhere else in it, so only the byte that broke the match can begin another.
     m_held.pop_back();
-    for (const char passed : m_held)
-        take(passed, text);
-    m_held.clear();
-    if (byte == mark.front())
+    finish(text);
+    if (byte == mark.front() && m_state != State::outside)
         m_held = byte;
     else
         take(byte, text);
@@ -46,9 +48,11 @@ void ThoughtFilter::finish(std::string &text)
 
 void ThoughtFilter::take(char byte, std::string &text)
 {
-    if (m_state == State::inside || (m_state == State::after && whiteSpace.find(byte) != std::string_view::npos))
+    const bool isWhiteSpace = whiteSpace.find(byte) != std::string_view::npos;
+    if (m_state == State::inside || (m_state == State::after && isWhiteSpace))
         return;
-    m_state = State::outside;
+    if (!isWhiteSpace)
+        m_state = State::outside;
     text += byte;
 }
 

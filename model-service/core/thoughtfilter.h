@@ -7,8 +7,9 @@
 
 namespace lumora::service {
 
-/// Leaves out what stands between <think> and </think>, the marks themselves, and the white space after the closing
-/// one. A mark may come in any pieces; what could still become one is held back.
+/// Leaves out what stands between <think> and </think> at the start of a turn, the marks themselves, and the white
+/// space after the closing one. Once anything but white space was said, a mark is what the reply is about, and stays in
+/// it. A mark may come in any pieces; what could still become one is held back.
 class ThoughtFilter
 {
 public:
@@ -18,7 +19,7 @@ public:
     };
 
     explicit ThoughtFilter(Start start)
-        : m_state(start == Start::inside ? State::inside : State::outside)
+        : m_state(start == Start::inside ? State::inside : State::before)
     {
     }
 
@@ -28,11 +29,14 @@ public:
     /// Appends what was held back, if it stands outside a thought.
     void finish(std::string &text);
 
+    bool isInside() const { return m_state == State::inside; }
+
 private:
     enum class State {
-        outside,
+        before, // nothing but white space has come
         inside,
-        after, // in the white space behind a thought
+        after,   // in the white space behind a thought
+        outside, // for the rest of the turn
     };
 
     void take(char byte, std::string &text);

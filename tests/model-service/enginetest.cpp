@@ -93,6 +93,7 @@ private Q_SLOTS:
     void refusesFiles_data();
     void refusesFiles();
     void survivesDamagedFiles();
+    void endsWithoutABackend();
     void endsWithItsInput_data();
     void endsWithItsInput();
 };
@@ -337,6 +338,16 @@ void EngineTest::survivesDamagedFiles()
             service = std::make_unique<ServiceProcess>(program);
         }
     }
+}
+
+void EngineTest::endsWithoutABackend()
+{
+    const QTemporaryDir empty;
+    ServiceProcess service(program, {u"--backends"_s, empty.path()});
+    service.send(Load{1, tiny().toStdString(), {}});
+    QVERIFY(!service.receive());
+    QCOMPARE(service.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(service.process.exitCode(), 127);
 }
 
 void EngineTest::endsWithItsInput_data()

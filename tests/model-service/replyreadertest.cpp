@@ -70,14 +70,16 @@ void ReplyReaderTest::readsText_data()
     row("new lead inside a character", "\xE2\xC3\xA9", "\uFFFDé");
 
     row("thought", "<think>No, wait.</think>\n\nYes.", "Yes.");
-    row("thought in the middle", "A<think>b</think> c", "Ac");
-    row("two thoughts", "<think>a</think>b<think>c</think>d", "bd");
-    row("thought after blanks of a thought", "<think>a</think> <think>b</think>\nc", "c");
-    row("thought without end", "Yes<think>no", "Yes");
+    row("thought after white space", " \n<think>a</think> b", " \nb");
+    row("two thoughts", "<think>a</think> <think>b</think>\nc", "c");
+    row("marks in the middle", "A<think>b</think> c", "A<think>b</think> c");
+    row("marks behind a thought and words", "<think>a</think>b<think>c", "b<think>c");
+    row("thought without end", "<think>no", "");
     row("empty thought", "<think></think>x", "x");
     row("closing mark alone", "a</think>b", "a</think>b");
-    row("nearly a mark", "<thin>a<<think>x</think>b", "<thin>a<b");
-    row("mark cut at the end", "a<thi", "a<thi");
+    row("nearly a mark", "<thin>a<think>x</think>b", "<thin>a<think>x</think>b");
+    row("mark behind its beginning", "<<think>x</think>b", "<<think>x</think>b");
+    row("mark cut at the end", "<thi", "<thi");
     row("nearly a closing mark", "<think>a</thin</think>b", "b");
     row("call inside a thought", "<think>{\"tool\":</think>a", "a");
 

@@ -90,7 +90,9 @@ private Q_SLOTS:
     void streamsTextAndCounts();
     void laysOutWhatTheModelReads();
     void specialTextsInWordsStayText();
+    void wordsAreReadToTheirEnd();
     void plainLayoutEndsAtTheUsersTurn();
+    void aTurnThatEndsInAThoughtFails();
     void callsAToolAndGoesOn();
     void takesBackATokenThatOvershootsTheCall();
     void structuredAnswers();
@@ -147,6 +149,14 @@ void ReplyTest::specialTextsInWordsStayText()
     QCOMPARE(std::ranges::count_if(runner.engine.held, [](Token token) { return token >= 256; }), 5);
 }
 
+void ReplyTest::wordsAreReadToTheirEnd()
+{
+    Runner runner;
+    runner.run(question(std::string("a\0b", 3) + "<|e\xEF\xB7\x90nd|>\xEF\xB7\x91 c"));
+    QVERIFY(runner.engine.heldText().ends_with("<|user|>a\uFFFDb<|end|> c<|end|><|assistant|>"));
+    QCOMPARE(std::ranges::count(runner.engine.held, FakeEngine::firstSpecial + 3), 2); // none of them in the words
+}
+
 void ReplyTest::plainLayoutEndsAtTheUsersTurn()
 {
     Runner runner;
@@ -160,6 +170,21 @@ void ReplyTest::plainLayoutEndsAtTheUsersTurn()
     runner.engine.say({"User: x"});
     runner.run(question());
     QCOMPARE(runner.text, std::string("User: x"));
+}
+
+void ReplyTest::aTurnThatEndsInAThoughtFails()
+{
+    Runner runner;
+    runner.engine.say({"<think>", "Hm."});
+    QCOMPARE(int(runner.failureOf(question())), int(wire::ErrorCode::cutShort));
+    runner.engine.turnOpening = "<think>\n";
+    wire::Respond request = question();
+    request.options.maximumTokens = 2;
+    runner.engine.say({"Hm.", "</think>"});
+    QVERIFY(runner.run(request).outputTokens == 2 && runner.text.empty()); // it has said what it wanted
+    runner.engine.script.clear();
+    runner.engine.say({"Hm.", "And.", "</think>"});
+    QCOMPARE(int(runner.failureOf(request)), int(wire::ErrorCode::cutShort));
 }
 
 void ReplyTest::callsAToolAndGoesOn()
@@ -199,6 +224,7 @@ void ReplyTest::structuredAnswers()
     const wire::Finished finished = runner.run(request);
     QCOMPARE(finished.content.value_or(""), std::string("{ \"title\": \"a}\uFFFD\" }"));
     QVERIFY(runner.text.empty());
+    QVERIFY(runner.engine.heldText().starts_with("<|system|>Be kind.<|end|>")); // as for free text
     QVERIFY(runner.engine.grammars.front().find("title") != std::string::npos);
 
     runner.engine.say(characters("{ \"title\": \"a"));

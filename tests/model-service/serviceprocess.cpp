@@ -7,10 +7,10 @@
 
 namespace lumora {
 
-ServiceProcess::ServiceProcess(const QString &program)
+ServiceProcess::ServiceProcess(const QString &program, const QStringList &arguments)
 {
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(program, {});
+    process.start(program, arguments);
     if (!process.waitForStarted(limit))
         throw std::runtime_error("the service does not start");
 }

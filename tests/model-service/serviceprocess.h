@@ -18,7 +18,7 @@ namespace lumora {
 /// The real service, started as the program starts it. A wait that takes too long ends the test with an exception.
 struct ServiceProcess
 {
-    explicit ServiceProcess(const QString &program);
+    explicit ServiceProcess(const QString &program, const QStringList &arguments = {});
     ~ServiceProcess();
     Q_DISABLE_COPY_MOVE(ServiceProcess)
 

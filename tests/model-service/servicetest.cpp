@@ -129,6 +129,7 @@ private Q_SLOTS:
     void givesOutputsToTheCallThatAsked();
     void readsFramesUntilTheyEnd_data();
     void readsFramesUntilTheyEnd();
+    void aCrashIsAnswered_data();
     void aCrashIsAnswered();
 };
 
@@ -257,16 +258,28 @@ void ServiceTest::readsFramesUntilTheyEnd()
     QVERIFY(job && job->request == wire::Request(wire::Count{1, "a"}));
 }
 
+void ServiceTest::aCrashIsAnswered_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::addColumn<bool>("answered");
+    QTest::newRow("bad address") << SIGSEGV << true;
+    QTest::newRow("the engine gives up") << SIGABRT << true;
+    QTest::newRow("unknown instruction") << SIGILL << false;
+}
+
 void ServiceTest::aCrashIsAnswered()
 {
+    QFETCH(int, signal);
+    QFETCH(bool, answered);
     std::array<int, 2> ends{};
     QCOMPARE(pipe(ends.data()), 0);
     const pid_t child = fork();
     if (child == 0) {
+        std::signal(signal, SIG_DFL); // instead of the handler that tests have
         armCrashGuard(ends[1], "too early");
         armCrashGuard(ends[1], {});
         armCrashGuard(ends[1], "answer");
-        std::raise(SIGSEGV);
+        std::raise(signal);
         _exit(0);
     }
     close(ends[1]);
@@ -275,8 +288,12 @@ void ServiceTest::aCrashIsAnswered()
     close(ends[0]);
     int status = 0;
     QCOMPARE(waitpid(child, &status, 0), child);
-    QCOMPARE(std::string(buffer.data(), std::size_t(std::max<ssize_t>(count, 0))), std::string("answer"));
-    QVERIFY(WIFEXITED(status) && WEXITSTATUS(status) == 3);
+    QCOMPARE(std::string(buffer.data(), std::size_t(std::max<ssize_t>(count, 0))),
+             std::string(answered ? "answer" : ""));
+    if (answered)
+        QVERIFY(WIFEXITED(status) && WEXITSTATUS(status) == 3);
+    else
+        QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == signal);
 }
 
 QTEST_GUILESS_MAIN(ServiceTest)
