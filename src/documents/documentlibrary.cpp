@@ -38,16 +38,14 @@ void DocumentLibrary::load()
     const std::optional<QString> path = listFilePath();
     if (!path)
         return;
-    ReadResult file = readWholeFile(*path);
-    if (file.status == ReadStatus::missing)
+    std::optional<QByteArray> bytes = readWholeFile(*path);
+    if (!bytes)
         return;
-    std::optional<QList<ImportedDocument>> documents;
-    if (file.status == ReadStatus::read)
-        documents = decodeDocuments(std::move(file.bytes));
-    if (documents)
-        m_documents = std::move(*documents);
-    else
-        m_listFile = ListFile::unreadable;
+    std::optional<QList<ImportedDocument>> documents = decodeDocuments(std::move(*bytes));
+    if (!documents)
+        return;
+    m_documents = std::move(*documents);
+    m_listFile = ListFile::ours;
 }
 
 void DocumentLibrary::save()
@@ -55,13 +53,11 @@ void DocumentLibrary::save()
     const std::optional<QString> path = listFilePath();
     if (!path)
         return;
-    if (m_listFile == ListFile::unreadable) {
-        if (setFileAside(*path))
-            return;
-        m_listFile = ListFile::sound;
-    }
+    if (m_listFile == ListFile::unknown && setFileAside(*path))
+        return;
     // A failure is dropped: the list in memory is whole, and the next save writes it again.
-    static_cast<void>(replaceFile(*path, encodeDocuments(m_documents)));
+    if (!replaceFile(*path, encodeDocuments(m_documents)))
+        m_listFile = ListFile::ours;
 }
 
 } // namespace lumora

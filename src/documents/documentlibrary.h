@@ -46,8 +46,8 @@ Q_SIGNALS:
 
 private:
     enum class ListFile {
-        sound,
-        unreadable, ///< it is set aside before it is replaced
+        unknown, ///< not read, so what may lie there is set aside before the first write
+        ours,    ///< what lies there was read, or written, by this library
     };
 
     std::optional<QString> listFilePath() const;
@@ -56,7 +56,7 @@ private:
     std::optional<QString> m_applicationSupport;
     QList<ImportedDocument> m_documents;
     QString m_errorMessage;
-    ListFile m_listFile = ListFile::sound;
+    ListFile m_listFile = ListFile::unknown;
 };
 
 } // namespace lumora

@@ -153,9 +153,9 @@ void GenerationRun::end() const
     ChatStore *current = currentStore();
     if (!current)
         return;
-    current->setGenerating(false);
     current->m_generationTask = nullptr;
     current->m_generationID = std::nullopt;
+    current->setGenerating(false);
     current->save();
 }
 

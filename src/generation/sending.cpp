@@ -33,11 +33,11 @@ void ChatStore::send()
     const QUuid replyID = reply.id;
     appendMessage(std::move(reply), conversationID);
 
-    setGenerating(true);
     m_generationID = QUuid::createUuid();
+    m_generationTask = std::make_shared<GenerationTask>();
+    setGenerating(true);
     save();
 
-    m_generationTask = std::make_shared<GenerationTask>();
     const GenerationRun run{
         .store = this,
         .conversationID = conversationID,

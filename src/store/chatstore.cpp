@@ -152,16 +152,13 @@ void ChatStore::load()
     const std::optional<QString> path = conversationsFileURL();
     if (!path)
         return;
-    ReadResult file = readWholeFile(*path);
-    if (file.status == ReadStatus::missing)
+    std::optional<QByteArray> bytes = readWholeFile(*path);
+    if (!bytes)
         return;
-    std::optional<std::vector<Conversation>> loaded;
-    if (file.status == ReadStatus::read)
-        loaded = decodeConversations(std::move(file.bytes));
-    if (!loaded) {
-        m_historyFile = HistoryFile::unreadable;
+    std::optional<std::vector<Conversation>> loaded = decodeConversations(std::move(*bytes));
+    if (!loaded)
         return;
-    }
+    m_historyFile = HistoryFile::ours;
     for (Conversation &conversation : *loaded) {
         std::erase_if(conversation.messages, &ChatMessage::isEmptyReply);
         for (ChatMessage &message : conversation.messages) {
@@ -187,14 +184,16 @@ FileOutcome ChatStore::writeHistory(const QString &path)
 {
     if (FileOutcome failed = createFolder(QFileInfo(path).path()))
         return failed;
-    if (m_historyFile == HistoryFile::unreadable) {
+    if (m_historyFile == HistoryFile::unknown) {
         if (FileOutcome failed = setFileAside(path))
             return failed;
-        m_historyFile = HistoryFile::sound;
     }
     JsonWriter json;
     writeConversations(json, conversations());
-    return replaceFile(path, json.bytes());
+    FileOutcome failed = replaceFile(path, json.bytes());
+    if (!failed)
+        m_historyFile = HistoryFile::ours;
+    return failed;
 }
 
 } // namespace lumora

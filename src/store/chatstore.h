@@ -167,14 +167,14 @@ private:
     void changeMessage(const QUuid &messageID, const QUuid &conversationID, Change change);
 
     enum class HistoryFile {
-        sound,
-        unreadable, ///< it is set aside before it is replaced
+        unknown, ///< not read, so what may lie there is set aside before the first write
+        ours,    ///< what lies there was read, or written, by this store
     };
 
     SystemLanguageModel m_model;
     std::optional<QString> m_applicationSupport;
     DocumentLibrary *m_library; // a child
-    HistoryFile m_historyFile = HistoryFile::sound;
+    HistoryFile m_historyFile = HistoryFile::unknown;
 
     ConversationList m_conversations;
     std::optional<QUuid> m_selectedID;

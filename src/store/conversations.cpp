@@ -97,10 +97,10 @@ void ChatStore::stopGenerating()
         m_generationTask->cancel();
     m_generationTask = nullptr;
     m_generationID = std::nullopt;
-    setGenerating(false);
     const Conversation *selected = selectedConversation();
     if (selected && !selected->messages.empty() && selected->messages.back().isEmptyReply())
         removeMessage(selected->id, qsizetype(selected->messages.size()) - 1);
+    setGenerating(false);
     save();
 }
 

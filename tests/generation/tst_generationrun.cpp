@@ -41,6 +41,7 @@ private Q_SLOTS:
     void survivesTheEndOfStoreAndService_data();
     void survivesTheEndOfStoreAndService();
     void keepsTheStyleAndTextOfItsStart();
+    void canSendAgainFromTheSignalOfItsEnd();
 
 private:
     static void ask(ChatStore &store, const QString &text)
@@ -88,7 +89,6 @@ void GenerationRunTest::publishesEachSnapshotOnOneRow()
     fixture.model->enqueue(Script::words("one two three four"));
     const auto store = fixture.start();
     QSignalSpy changed(store.get(), &ChatStore::messageChanged);
-    QSignalSpy reset(store.get(), &ChatStore::conversationsReset);
     QStringList seen;
     connect(store.get(), &ChatStore::messageChanged, this, [&seen, &store] { seen.append(reply(*store).text); });
     ask(*store, "Hi");
@@ -97,7 +97,6 @@ void GenerationRunTest::publishesEachSnapshotOnOneRow()
         QCOMPARE(arguments[0].toUuid(), *store->selectedID());
         QCOMPARE(arguments[1].value<qsizetype>(), 1);
     }
-    QCOMPARE(reset.count(), 0);
     QVERIFY(seen.contains("one"));
     QCOMPARE(seen.back(), "one two three four");
 }
@@ -268,6 +267,8 @@ void GenerationRunTest::stopsSilently()
     QCOMPARE(store->conversations(), stopped);
     QVERIFY(store->errorMessage().isNull());
     QCOMPARE(fixture.model->cancelledReplies(), holdsCount ? 0 : 1);
+    QCOMPARE(store->contextTokens() == 0, holdsCount);
+    QCOMPARE(fixture.model->requests().isEmpty(), holdsCount);
     QVERIFY(!fixture.model->isHolding());
 }
 
@@ -296,6 +297,7 @@ void GenerationRunTest::everyWayOutStopsTheReply()
         store->deleteConversation(a);
     QVERIFY(!store->isGenerating());
     QVERIFY(store->selectedID() != a);
+    QCOMPARE(store->contextTokens() == 0, way != "delete");
     for (const Conversation &chat : store->conversations()) {
         if (chat.id == a)
             QCOMPARE(chat.messages.back().text, "Hi");
@@ -376,6 +378,24 @@ void GenerationRunTest::keepsTheStyleAndTextOfItsStart()
     QCOMPARE(request.tools.size(), 1);
     QCOMPARE(request.tools.front().name, "currentDate");
     QCOMPARE(store->draft(), "Something else");
+}
+
+void GenerationRunTest::canSendAgainFromTheSignalOfItsEnd()
+{
+    const StoreFixture fixture;
+    const auto store = fixture.start();
+    int sent = 1;
+    connect(store.get(), &ChatStore::isGeneratingChanged, this, [&] {
+        if (!store->isGenerating() && sent < 3) {
+            ++sent;
+            ask(*store, "Again");
+        }
+    });
+    ask(*store, "Hi");
+    QTRY_COMPARE(store->conversations().front().messages.size(), 6U);
+    QTRY_VERIFY(!store->isGenerating());
+    QCOMPARE(reply(*store).text, "Scripted reply.");
+    QCOMPARE(fixture.saved(), store->conversations());
 }
 
 QTEST_GUILESS_MAIN(GenerationRunTest)

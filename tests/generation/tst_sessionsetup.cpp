@@ -79,10 +79,14 @@ void SessionSetupTest::offersTheDateTool()
 
 void SessionSetupTest::keepsTheInstructionsFixed()
 {
-    // What a built-in model was trained on must not change by a typing error.
-    QCOMPARE(sessionInstructions().size(), 399);
-    QVERIFY(sessionInstructions().startsWith("You are a helpful desktop assistant. "));
-    QVERIFY(sessionInstructions().endsWith(" Keep answers clear and concise."));
+    // Each word counts: the built-in model is trained on this very text.
+    QCOMPARE(
+        sessionInstructions(),
+        "You are a helpful desktop assistant. Answer the latest user message directly. "
+        "If an OCR or barcode tool is available, call it before answering about text or codes in the attached image. "
+        "If a document search tool is available, call it before answering from documents and cite the document title. "
+        "Use the date tool for current date or time. You have no internet access. "
+        "Keep answers clear and concise.");
 }
 
 QTEST_APPLESS_MAIN(SessionSetupTest)

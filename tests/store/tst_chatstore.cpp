@@ -18,6 +18,8 @@ private Q_SLOTS:
     void cleansRepliesAtLoad();
     void keepsWhatItCannotRead_data();
     void keepsWhatItCannotRead();
+    void keepsAHistoryThatComesIntoReach();
+    void namesTheReplyStyles();
     void runsWithoutADataDirectory();
     void reportsFailedSavesAndTriesAgain();
     void reusesAnEmptyChat();
@@ -95,6 +97,31 @@ void ChatStoreTest::keepsWhatItCannotRead()
     QCOMPARE(fixture.saved(), store->conversations());
     QCOMPARE(fixture.read("conversations.unreadable-1.json"), "set aside earlier");
     QCOMPARE(fixture.read("conversations.unreadable-2.json"), bytes);
+}
+
+void ChatStoreTest::keepsAHistoryThatComesIntoReach()
+{
+    // The folder is a link to a place that is there only later, such as a disk that is mounted after the start.
+    const StoreFixture fixture;
+    QVERIFY(QFile::link(fixture.data.filePath("disk"), fixture.data.filePath("Lumora")));
+    const auto store = fixture.start();
+    QVERIFY(store->errorMessage().startsWith("Could not save chats: "));
+    QVERIFY(QDir(fixture.data.path()).mkdir("disk"));
+    fixture.write({conversation("from before", 1, {userMessage("hi")})});
+    const QByteArray before = fixture.read("conversations.json");
+    store->save();
+    QCOMPARE(titles(fixture.saved()), QStringList{"New Chat"});
+    QCOMPARE(fixture.read("conversations.unreadable-1.json"), before);
+    store->save();
+    QCOMPARE(QDir(fixture.path("")).entryList(QDir::Files).size(), 2);
+}
+
+void ChatStoreTest::namesTheReplyStyles()
+{
+    QCOMPARE(allReplyStyles(), (QList{ReplyStyle::chat, ReplyStyle::structured}));
+    QCOMPARE(rawValue(ReplyStyle::chat), "Chat");
+    QCOMPARE(replyStyleFromRawValue(u"Structured"), ReplyStyle::structured);
+    QCOMPARE(replyStyleFromRawValue(u"chat"), std::nullopt);
 }
 
 void ChatStoreTest::runsWithoutADataDirectory()

@@ -46,17 +46,40 @@ void syncFolder(const QString &path)
     ::close(folder);
 }
 
+/// The last steps of a file that has been written: onto the disk, and under its name.
+FileOutcome putInPlace(QSaveFile &file, const char *what)
+{
+    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    if (!file.flush())
+        return failure(what, file.errorString());
+    // QSaveFile goes on where the disk refuses the data; the old file may only be replaced by one that is really there.
+    if (FileOutcome failed = syncFile(file.handle(), what))
+        return failed;
+    if (!file.commit())
+        return failure(what, file.errorString());
+    syncFolder(QFileInfo(file.fileName()).path());
+    return std::nullopt;
+}
+
+/// Renames where no file is in the way, in one step that cannot overwrite. errno tells why it failed.
+bool renameWithoutOverwriting(const QByteArray &from, const QByteArray &to)
+{
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS) // what file systems say that do not know the step
+        return false;
+    return ::link(from.constData(), to.constData()) == 0 && ::unlink(from.constData()) == 0;
+}
+
 } // namespace
 
-ReadResult readWholeFile(const QString &path)
+std::optional<QByteArray> readWholeFile(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return {QFileInfo::exists(path) ? ReadStatus::unreadable : ReadStatus::missing, {}};
+        return std::nullopt;
     QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return {ReadStatus::unreadable, {}};
-    return {ReadStatus::read, std::move(bytes)};
+    return file.error() == QFileDevice::NoError ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 FileOutcome createFolder(const QString &path)
@@ -78,34 +101,32 @@ FileOutcome createFolder(const QString &path)
 FileOutcome replaceFile(const QString &path, QByteArrayView bytes)
 {
     constexpr auto what = QT_TRANSLATE_NOOP("lumora::Files", "The file cannot be written: %1.");
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    QSaveFile file(QFileInfo(path).isSymLink() ? QFileInfo(path).symLinkTarget() : path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), bytes.size()) != bytes.size())
         return failure(what, file.errorString());
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    if (file.write(bytes.data(), bytes.size()) != bytes.size() || !file.flush())
-        return failure(what, file.errorString());
-    // QSaveFile goes on where the disk refuses the data; the old file may only be replaced by one that is really there.
-    if (FileOutcome failed = syncFile(file.handle(), what))
-        return failed;
-    if (!file.commit())
-        return failure(what, file.errorString());
-    syncFolder(QFileInfo(path).path());
-    return std::nullopt;
+    return putInPlace(file, what);
 }
 
 FileOutcome copyFile(const QString &from, const QString &to)
 {
     constexpr auto what = QT_TRANSLATE_NOOP("lumora::Files", "The file cannot be copied: %1.");
+    constexpr qint64 pieceSize = 1 << 20;
+    const QFileInfo picked(from);
+    if (picked.exists() && !picked.isFile()) // opening a pipe could wait for ever
+        return failure(what, translated(QT_TRANSLATE_NOOP("lumora::Files", "it is not a file")));
     QFile source(from);
-    if (!source.copy(to))
+    if (!source.open(QIODevice::ReadOnly))
         return failure(what, source.errorString());
-    QFile copy(to);
-    copy.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    FileOutcome failed =
-        copy.open(QIODevice::ReadOnly) ? syncFile(copy.handle(), what) : failure(what, copy.errorString());
-    if (failed)
-        copy.remove();
-    return failed;
+    QSaveFile copy(to);
+    if (!copy.open(QIODevice::WriteOnly))
+        return failure(what, copy.errorString());
+    for (QByteArray piece = source.read(pieceSize); !piece.isEmpty(); piece = source.read(pieceSize)) {
+        if (copy.write(piece) != piece.size())
+            return failure(what, copy.errorString());
+    }
+    if (source.error() != QFileDevice::NoError)
+        return failure(what, source.errorString());
+    return putInPlace(copy, what);
 }
 
 FileOutcome setFileAside(const QString &path)
@@ -114,9 +135,7 @@ FileOutcome setFileAside(const QString &path)
     for (int number = 1;; ++number) {
         const QString aside = QStringLiteral("%1/%2.unreadable-%3.%4")
                                   .arg(file.path(), file.completeBaseName(), QString::number(number), file.suffix());
-        // RENAME_NOREPLACE decides and renames in one step: no file that was set aside earlier is ever overwritten.
-        if (::renameat2(AT_FDCWD, QFile::encodeName(path).constData(), AT_FDCWD, QFile::encodeName(aside).constData(),
-                        RENAME_NOREPLACE) == 0) {
+        if (renameWithoutOverwriting(QFile::encodeName(path), QFile::encodeName(aside))) {
             syncFolder(file.path());
             return std::nullopt;
         }

@@ -20,21 +20,11 @@ struct FileFailure
 /// Nothing where it succeeded.
 using FileOutcome = std::optional<FileFailure>;
 
-enum class ReadStatus {
-    read,
-    missing,    ///< there is no such file
-    unreadable, ///< it exists, but cannot be read
-};
-
-struct ReadResult
-{
-    ReadStatus status = ReadStatus::missing;
-    QByteArray bytes;
-};
-
 // All calls block; any thread.
 
-ReadResult readWholeFile(const QString &path);
+/// Nothing where the file is missing or cannot be read; the two are not told apart, since a file may be out of reach
+/// for many reasons, and come back.
+std::optional<QByteArray> readWholeFile(const QString &path);
 
 /// Creates a folder with its missing parents, for this user alone. One that exists is a success.
 FileOutcome createFolder(const QString &path);
@@ -43,7 +33,8 @@ FileOutcome createFolder(const QString &path);
 /// complete and on the disk; after a failure it is as it was.
 FileOutcome replaceFile(const QString &path, QByteArrayView bytes);
 
-/// Copies to a path that does not exist yet. After a failure nothing lies there.
+/// Copies a regular file to a path that does not exist yet, for this user alone to read. After a failure nothing lies
+/// there.
 FileOutcome copyFile(const QString &from, const QString &to);
 
 /// Renames a file that cannot be understood to a free name beside it, "NAME.unreadable-1.EXTENSION" and up. Its bytes

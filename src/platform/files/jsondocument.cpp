@@ -6,6 +6,8 @@
 #include "platform/files/identifier.h"
 #include "platform/files/rapidjson.h"
 
+#include <QStringDecoder>
+
 namespace lumora {
 
 namespace {
@@ -69,7 +71,13 @@ JsonValue JsonValue::at(qsizetype index) const
 
 QString JsonValue::text() const
 {
-    return QString::fromUtf8(utf8());
+    // Only a text that begins with a byte order mark needs the slower way, which keeps it: here it is a character.
+    const QByteArrayView bytes = utf8();
+    if (!bytes.startsWith("\xEF\xBB\xBF"))
+        return QString::fromUtf8(bytes);
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    return decoder(bytes);
 }
 
 QByteArrayView JsonValue::utf8() const

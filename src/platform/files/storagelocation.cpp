@@ -4,16 +4,17 @@
 #include "platform/files/storagelocation.h"
 
 #include <QDir>
-#include <QStandardPaths>
 
 namespace lumora {
 
 std::optional<QString> applicationSupportDirectory()
 {
-    const bool hasHome = QDir::home() != QDir::root();
-    if (!hasHome && !QDir::isAbsolutePath(qEnvironmentVariable("XDG_DATA_HOME")))
+    // A relative path there is to be passed over.
+    if (const QString data = qEnvironmentVariable("XDG_DATA_HOME"); QDir::isAbsolutePath(data))
+        return QDir::cleanPath(data);
+    if (QDir::home() == QDir::root())
         return std::nullopt;
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return QDir::homePath() + QStringLiteral("/.local/share");
 }
 
 std::optional<QString> storageFolder(const std::optional<QString> &applicationSupport)

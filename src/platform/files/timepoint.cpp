@@ -21,11 +21,6 @@ TimePoint TimePoint::now()
     return {sinceEpoch.count() - referenceSinceEpoch};
 }
 
-TimePoint TimePoint::fromDateTime(const QDateTime &dateTime)
-{
-    return {double(dateTime.toMSecsSinceEpoch()) / millisecondsPerSecond - referenceSinceEpoch};
-}
-
 QDateTime TimePoint::toDateTime() const
 {
     return QDateTime::fromMSecsSinceEpoch(

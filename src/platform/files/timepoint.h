@@ -17,7 +17,6 @@ struct TimePoint
     double secondsSinceReference = 0;
 
     static TimePoint now();
-    static TimePoint fromDateTime(const QDateTime &dateTime);
 
     /// In local time, to the millisecond.
     QDateTime toDateTime() const;

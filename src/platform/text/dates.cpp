@@ -30,6 +30,15 @@ QString userLocaleName()
     return QStringLiteral("C");
 }
 
+/// The zone of this name; where it has none that is known, such as a rule in the environment, the machine's own.
+std::unique_ptr<icu::TimeZone> makeTimeZone(const QString &name)
+{
+    std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(toIcu(name)));
+    if (*zone == icu::TimeZone::getUnknown())
+        zone.reset(icu::TimeZone::detectHostTimeZone());
+    return zone;
+}
+
 } // namespace
 
 QString fullDateTime(double millisecondsSinceEpoch, const QString &localeName, const QString &timeZone)
@@ -39,7 +48,7 @@ QString fullDateTime(double millisecondsSinceEpoch, const QString &localeName, c
 
     const std::unique_ptr<icu::DateFormat> format(icu::DateFormat::createDateTimeInstance(
         icu::DateFormat::kFull, icu::DateFormat::kFull, icu::Locale::createCanonical(locale.toUtf8().constData())));
-    format->adoptTimeZone(icu::TimeZone::createTimeZone(toIcu(zone)));
+    format->adoptTimeZone(makeTimeZone(zone).release());
     icu::UnicodeString text;
     format->format(millisecondsSinceEpoch, text);
     return QString(reinterpret_cast<const QChar *>(text.getBuffer()), text.length());

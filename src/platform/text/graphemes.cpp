@@ -95,6 +95,8 @@ public:
     {
         if (isBoundary(position - 1))
             return position - 1;
+        if (const qsizetype flagStart = startOfFlag(position); flagStart > 0)
+            return flagStart;
         if (position <= m_shownFrom || position > m_shownTo)
             showStretch(startOfStretch(position), position);
         return m_shownFrom + characterRules()->preceding(int32_t(position - m_shownFrom));
@@ -102,11 +104,35 @@ public:
 
 private:
     static constexpr qsizetype longestStretch = 64; // code units; beyond it, ICU gets the whole text
+    static constexpr qsizetype indicatorSize = 2;   // code units
 
     /// Certainly; where it says no, the rules decide.
     bool isBoundary(qsizetype position) const
     {
         return position == 0 || position == m_text.size() || isCertainBoundary(m_text[position - 1], m_text[position]);
+    }
+
+    /// Flags are pairs of regional indicators, and only the start of a run of them tells which are pairs. The run is
+    /// measured once here; ICU would walk back to its start again and again. 0 where ICU is to decide: outside of a
+    /// run, and at its first pair, which may belong to what stands before it.
+    qsizetype startOfFlag(qsizetype position)
+    {
+        if (!isRegionalIndicatorBefore(position))
+            return 0;
+        if (position <= m_flagsFrom || position > m_flagsTo) {
+            m_flagsTo = position;
+            m_flagsFrom = position;
+            while (isRegionalIndicatorBefore(m_flagsFrom))
+                m_flagsFrom -= indicatorSize;
+        }
+        const qsizetype indicators = (position - m_flagsFrom) / indicatorSize;
+        return indicators > 2 ? position - indicatorSize * (indicators % 2 == 0 ? 2 : 1) : 0;
+    }
+
+    bool isRegionalIndicatorBefore(qsizetype position) const
+    {
+        return position >= indicatorSize && m_text[position - 2] == QChar(0xD83C) &&
+               m_text[position - 1] >= QChar(0xDDE6) && m_text[position - 1] <= QChar(0xDDFF);
     }
 
     qsizetype endOfStretch(qsizetype start) const
@@ -140,6 +166,8 @@ private:
     std::unique_ptr<UText, TextCloser> m_icuText;
     qsizetype m_shownFrom = 0;
     qsizetype m_shownTo = 0;
+    qsizetype m_flagsFrom = 0;
+    qsizetype m_flagsTo = 0;
 };
 
 } // namespace

@@ -25,7 +25,8 @@ private Q_SLOTS:
     void createsFoldersForTheUserAlone();
     void setsFilesAsideWithoutOverwriting();
     void copiesOrLeavesNothing();
-    void tellsMissingFromUnreadable();
+    void readsWhatIsThere();
+    void replacesWhatALinkNames();
     void findsTheDataDirectory();
 
 private:
@@ -120,21 +121,33 @@ void FileStoreTest::copiesOrLeavesNothing()
     QVERIFY(!copyFile(source, folder.filePath(QStringLiteral("copy"))));
     QCOMPARE(contentOf(folder.filePath(QStringLiteral("copy"))), "pixels");
 
-    const FileOutcome failed =
-        copyFile(folder.filePath(QStringLiteral("gone")), folder.filePath(QStringLiteral("other")));
-    QVERIFY(failed);
-    QVERIFY(failed->description.startsWith(QStringLiteral("The file cannot be copied: ")));
-    QVERIFY(!QFile::exists(folder.filePath(QStringLiteral("other"))));
+    for (const char *picked : {"gone", "."}) {
+        const FileOutcome failed = copyFile(folder.filePath(picked), folder.filePath("other"));
+        QVERIFY(failed);
+        QVERIFY(failed->description.startsWith("The file cannot be copied: "));
+        QVERIFY2(!failed->description.contains(folder.path()), qPrintable(failed->description));
+        QCOMPARE(filesIn(folder.path()), (QStringList{"copy", "source"}));
+    }
 }
 
-void FileStoreTest::tellsMissingFromUnreadable()
+void FileStoreTest::readsWhatIsThere()
 {
     const QTemporaryDir folder;
-    QCOMPARE(readWholeFile(folder.filePath(QStringLiteral("none"))).status, ReadStatus::missing);
-    QCOMPARE(readWholeFile(folder.path()).status, ReadStatus::unreadable);
-    const QString path = folder.filePath(QStringLiteral("empty"));
-    QVERIFY(!replaceFile(path, QByteArrayView()));
-    QCOMPARE(readWholeFile(path).status, ReadStatus::read);
+    QVERIFY(!readWholeFile(folder.filePath("none")));
+    QVERIFY(!readWholeFile(folder.path()));
+    QVERIFY(!replaceFile(folder.filePath("empty"), QByteArrayView()));
+    QCOMPARE(readWholeFile(folder.filePath("empty")), QByteArray());
+}
+
+void FileStoreTest::replacesWhatALinkNames()
+{
+    const QTemporaryDir folder;
+    QVERIFY(!createFolder(folder.filePath("elsewhere")));
+    QVERIFY(!replaceFile(folder.filePath("elsewhere/real"), "old"));
+    QVERIFY(QFile::link(folder.filePath("elsewhere/real"), folder.filePath("link")));
+    QVERIFY(!replaceFile(folder.filePath("link"), "new"));
+    QVERIFY(QFileInfo(folder.filePath("link")).isSymLink());
+    QCOMPARE(contentOf(folder.filePath("elsewhere/real")), "new");
 }
 
 void FileStoreTest::findsTheDataDirectory()
@@ -145,6 +158,9 @@ void FileStoreTest::findsTheDataDirectory()
     qunsetenv("XDG_DATA_HOME");
     qputenv("HOME", "/somewhere/home");
     QCOMPARE(applicationSupportDirectory(), QStringLiteral("/somewhere/home/.local/share"));
+    qputenv("XDG_DATA_HOME", "relative/data");
+    QCOMPARE(applicationSupportDirectory(), QStringLiteral("/somewhere/home/.local/share"));
+    qunsetenv("XDG_DATA_HOME");
     qunsetenv("HOME");
     QVERIFY(!applicationSupportDirectory());
     qputenv("HOME", home);

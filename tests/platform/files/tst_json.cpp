@@ -4,6 +4,7 @@
 #include "platform/files/identifier.h"
 #include "platform/files/jsondocument.h"
 #include "platform/files/jsonwriter.h"
+#include "platform/text/textrules.h"
 
 #include <QTest>
 
@@ -108,6 +109,8 @@ void JsonTest::writesAnyText_data()
                                         << QByteArray("\"\\n\\t\\u0001\\u0000x\"");
     QTest::newRow("not escaped beyond ASCII") << "é日👍🏽" << QByteArray("\"é日👍🏽\"");
     QTest::newRow("half a surrogate pair") << "a" + QString(QChar(0xD83D)) << QByteArray("\"a\uFFFD\"");
+    QTest::newRow("begins with a byte order mark")
+        << QStringLiteral("\uFEFF\uFEFFa") << QByteArray("\"\uFEFF\uFEFFa\"");
     QTest::newRow("empty") << "" << QByteArray("\"\"");
 }
 
@@ -116,8 +119,11 @@ void JsonTest::writesAnyText()
     QFETCH(QString, text);
     QFETCH(QByteArray, json);
     JsonWriter writer;
+    writer.startArray();
     writer.text(text);
-    QCOMPARE(writer.bytes().toByteArray(), json);
+    writer.endArray();
+    QCOMPARE(writer.bytes().toByteArray(), '[' + json + ']');
+    QCOMPARE(JsonDocument(writer.bytes().toByteArray()).root().at(0).text(), wellFormed(text));
 }
 
 void JsonTest::readsIdentifiersStrictly_data()

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+#include <ctime>
+
 using namespace lumora;
 
 class DatesTest : public QObject
@@ -15,6 +17,7 @@ private Q_SLOTS:
     void writesDatesInFull_data();
     void writesDatesInFull();
     void followsTheUsersDateLocale();
+    void understandsAZoneWithoutAName();
 };
 
 void DatesTest::writesDatesInFull_data()
@@ -58,6 +61,17 @@ void DatesTest::followsTheUsersDateLocale()
     qputenv("LC_ALL", "es_ES.UTF-8");
     QVERIFY(
         fullDateTime(0, {}, QStringLiteral("Europe/Berlin")).contains(QStringLiteral("jueves, 1 de enero de 1970")));
+}
+
+void DatesTest::understandsAZoneWithoutAName()
+{
+    const QByteArray before = qgetenv("TZ");
+    qputenv("TZ", "XYZ-5");
+    tzset();
+    const QString text = fullDateTime(0, "en_US");
+    before.isNull() ? qunsetenv("TZ") : qputenv("TZ", before);
+    tzset();
+    QVERIFY2(text.contains("5:00:00"), qPrintable(text));
 }
 
 QTEST_APPLESS_MAIN(DatesTest)

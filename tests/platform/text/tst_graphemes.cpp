@@ -72,6 +72,11 @@ void GraphemesTest::looksOnlyAtTheEnd()
     const QString text = QString(5'000'000, u'x') + emoji + QStringLiteral("end");
     QCOMPARE(lastCharacters(text, 4).toString(), emoji + QStringLiteral("end"));
     QCOMPARE(lastCharacters(text, 8000).size(), 8000 - 1 + emoji.size());
+
+    const QString flags = QStringLiteral("🇩🇪").repeated(1'000'000);
+    QCOMPARE(lastCharacters(flags, 8000), QStringLiteral("🇩🇪").repeated(8000));
+    const QString halfFlagMore = flags + QStringLiteral("🇫");
+    QCOMPARE(lastCharacters(halfFlagMore, 2), QStringLiteral("🇩🇪🇫"));
 }
 
 QTEST_APPLESS_MAIN(GraphemesTest)
