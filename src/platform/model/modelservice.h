@@ -75,7 +75,7 @@ public:
     /// Looks at the model files anew and says at once whether a request would be answered now.
     virtual Availability availability() = 0;
 
-    /// Tokens; 0 while no model is loaded.
+    /// Tokens, of the model that was loaded last while another is loading; 0 where none was, or none can be.
     virtual qint64 contextSize() const = 0;
 
     /// Throws ModelError; throws CancellationError where the service is destroyed meanwhile.

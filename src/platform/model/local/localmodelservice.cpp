@@ -4,20 +4,11 @@
 #include "platform/model/local/localmodelservice.h"
 
 #include "platform/model/local/problems.h"
-
-#include <QLoggingCategory>
+#include "platform/model/local/wirerequest.h"
 
 #include <utility>
 
 namespace lumora {
-
-namespace {
-
-Q_LOGGING_CATEGORY(log, "lumora.model", QtWarningMsg)
-
-constexpr int tooManyCrashes = 3;
-
-} // namespace
 
 LocalModelService::LocalModelService(LocalModelSettings settings, QObject *parent)
     : ModelService(parent)
@@ -35,7 +26,10 @@ LocalModelService::LocalModelService(LocalModelSettings settings, QObject *paren
 
 LocalModelService::~LocalModelService()
 {
-    m_requests.disconnectReplies(this);
+    for (const QPointer<LocalReply> &reply : m_replies) {
+        if (reply)
+            reply->silence();
+    }
     m_counts.cancelNow();
     delete m_process;
 }
@@ -65,12 +59,20 @@ std::unique_ptr<ModelReply> LocalModelService::respond(ReplyRequest request)
     const qint64 id = ++m_lastID;
     auto reply = std::make_unique<LocalReply>();
     connect(reply.get(), &LocalReply::cancelled, this, [this, id] { cancelReply(id); });
-    connect(reply.get(), &LocalReply::toolAnswered, this, [this, id](const QString &callID, const QString &output) {
-        send(wire::ToolOutput{id, callID.toStdString(), output.toStdString()});
-    });
+    connect(reply.get(), &LocalReply::toolAnswered, this,
+            [this, id, from = reply.get()](const QString &callID, const QString &output) {
+                sendToolOutput(*from, id, callID, output);
+            });
+    remember(reply.get());
     m_requests.add(id, std::move(request), reply.get());
     submit();
     return reply;
+}
+
+void LocalModelService::remember(LocalReply *reply)
+{
+    std::erase_if(m_replies, [](const QPointer<LocalReply> &known) { return !known || known->hasEnded(); });
+    m_replies.emplace_back(reply);
 }
 
 void LocalModelService::submit()
@@ -84,10 +86,17 @@ void LocalModelService::submit()
     superviseService();
 }
 
-void LocalModelService::send(const wire::Request &request)
+ServiceProcess::Sent LocalModelService::send(const wire::Request &request)
 {
-    if (m_process)
-        m_process->send(request);
+    return m_process ? m_process->send(request) : ServiceProcess::Sent::yes;
+}
+
+void LocalModelService::sendToolOutput(LocalReply &reply, qint64 id, const QString &callID, const QString &output)
+{
+    if (send(wire::ToolOutput{id, callID.toStdString(), toolOutputText(output)}) == ServiceProcess::Sent::yes)
+        return;
+    reply.failLater(problems::toolOutputTooLong());
+    cancelReply(id);
 }
 
 void LocalModelService::cancelReply(qint64 id)
@@ -99,13 +108,17 @@ void LocalModelService::cancelReply(qint64 id)
 
 void LocalModelService::superviseService()
 {
-    const RequestQueue::Current current = m_requests.current();
+    using Work = RequestQueue::Work;
+    const RequestQueue::Current current =
+        m_state == State::loading ? RequestQueue::Current{Work::load, m_loadID} : m_requests.current();
     if (std::exchange(m_supervised, current) == current)
         return;
     m_patience.stop();
-    if (current.work == RequestQueue::Work::count)
+    if (current.work == Work::load)
+        m_patience.start(m_settings.patience.untilLoaded);
+    else if (current.work == Work::count)
         m_patience.start(m_settings.patience.untilCounted);
-    else if (current.work == RequestQueue::Work::cancelledReply)
+    else if (current.work == Work::cancelledReply)
         m_patience.start(m_settings.patience.untilCancelled);
 }
 
@@ -113,15 +126,25 @@ void LocalModelService::look()
 {
     const std::optional<ModelFile> file = chooseModelFile(m_settings.modelFolder, m_settings.builtInModels);
     const std::optional<ModelFile> lookBefore = std::exchange(m_lastLook, file);
-    // A reply is not disturbed: the next look comes when it has ended.
-    if (m_requests.isReplySent() || (m_process && file == m_file))
+    // What the service works on is not disturbed: the next look comes when it has ended.
+    if (m_requests.isAnySent() || (m_process && file == m_file))
         return;
-    if (!file)
+    if (!file) {
         enter(State::noFile, problems::noFile(m_settings.modelFolder));
-    else if (!isSettled(*file, lookBefore, m_settings.patience.untilSettled))
+    } else if (isSettled(*file, lookBefore, m_settings.patience.untilSettled)) {
+        if (mustLoad(*file))
+            adopt(*file);
+    } else if (canGoOnBeside(*file)) {
+        m_nextLook.start();
+    } else {
         enter(State::growing, problems::growing(file->path));
-    else if (mustLoad(*file))
-        adopt(*file);
+    }
+}
+
+// A file that is written over takes the model with it that was loaded from it.
+bool LocalModelService::canGoOnBeside(const ModelFile &file) const
+{
+    return m_process && m_file && m_file->path != file.path;
 }
 
 bool LocalModelService::mustLoad(const ModelFile &file) const
@@ -131,7 +154,7 @@ bool LocalModelService::mustLoad(const ModelFile &file) const
     case State::tooLarge:
         return file != m_file;
     case State::cannotRun:
-    case State::crashing:
+    case State::failing:
         return file != m_file || m_retry.hasExpired();
     default:
         return true;
@@ -140,7 +163,7 @@ bool LocalModelService::mustLoad(const ModelFile &file) const
 
 void LocalModelService::adopt(const ModelFile &file)
 {
-    if (file != m_file || m_state == State::crashing)
+    if (file != m_file)
         m_crashes = 0;
     m_file = file;
     if (!beginsLikeModel(file.path))
@@ -155,6 +178,8 @@ void LocalModelService::load(const ModelFile &file)
 {
     if (!m_process)
         startProcess();
+    else if (m_state == State::loading)
+        send(wire::Cancel{m_loadID});
     m_loadID = ++m_lastID;
     send(wire::Load{m_loadID, file.path.toStdString(), std::nullopt});
     enter(State::loading);
@@ -165,18 +190,17 @@ void LocalModelService::enter(State state, const QString &problem)
 {
     m_state = state;
     m_problem = problem;
-    if (state != State::ready)
-        m_contextSize = 0;
     if (state == State::ready) {
         m_requests.send(*m_process);
     } else if (state != State::loading) {
+        m_contextSize = 0;
         dropProcess();
         m_requests.takeBack(problem);
         m_requests.failWaiting(problem);
     }
     if (state == State::growing)
         m_nextLook.start();
-    if (state == State::cannotRun || state == State::crashing)
+    if (state == State::cannotRun || state == State::failing)
         m_retry.setRemainingTime(m_settings.patience.untilRetry);
     superviseService();
     announceLater();
@@ -198,7 +222,7 @@ Availability LocalModelService::currentAvailability() const
     case State::cannotRun:
         return Availability::unavailable(Reason::deviceNotEligible);
     case State::badFile:
-    case State::crashing:
+    case State::failing:
         break;
     }
     return Availability::unavailable(Reason::other);
@@ -216,77 +240,6 @@ void LocalModelService::announce()
     const Availability current = currentAvailability();
     if (std::exchange(m_announced, current) != current)
         Q_EMIT availabilityChanged();
-}
-
-void LocalModelService::startProcess()
-{
-    m_process = new ServiceProcess(m_settings.command, this);
-    connect(m_process, &ServiceProcess::answered, this, &LocalModelService::takeAnswer);
-    connect(m_process, &ServiceProcess::ended, this, &LocalModelService::takeEnd);
-}
-
-// It may be speaking just now.
-void LocalModelService::dropProcess()
-{
-    if (!m_process)
-        return;
-    m_process->close();
-    std::exchange(m_process, nullptr)->deleteLater();
-}
-
-void LocalModelService::takeAnswer(const wire::Answer &answer)
-{
-    if (takeLoadAnswer(answer))
-        return;
-    switch (m_requests.take(answer)) {
-    case RequestQueue::Answered::goesOn:
-        return;
-    case RequestQueue::Answered::count:
-        break;
-    case RequestQueue::Answered::reply:
-        m_crashes = 0;
-        look();
-        break;
-    case RequestQueue::Answered::senseless:
-        m_process->endFor(ServiceEnd::Kind::garbled);
-        return;
-    }
-    superviseService();
-}
-
-// Says whether it was one. The answer to an earlier load changes nothing any more.
-bool LocalModelService::takeLoadAnswer(const wire::Answer &answer)
-{
-    if (const auto *loaded = std::get_if<wire::Loaded>(&answer)) {
-        if (loaded->id != m_loadID)
-            return true;
-        qCInfo(log, "loaded %s", loaded->description.c_str());
-        m_contextSize = loaded->contextSize;
-        enter(State::ready);
-        return true;
-    }
-    const auto *failed = std::get_if<wire::Failed>(&answer);
-    if (!failed || failed->id != m_loadID)
-        return false;
-    const bool isMemory = failed->code == wire::ErrorCode::noMemory;
-    enter(isMemory ? State::tooLarge : State::badFile, QString::fromStdString(failed->message));
-    return true;
-}
-
-void LocalModelService::takeEnd(const ServiceEnd &end)
-{
-    const QString description = end.description();
-    qCWarning(log, "%s\n%s", qUtf8Printable(description), qUtf8Printable(end.lastWords));
-    dropProcess();
-    const bool isTooMuch = ++m_crashes >= tooManyCrashes;
-    m_requests.takeBack(isTooMuch ? problems::crashing() : description);
-    if (end.isHopeless())
-        enter(State::cannotRun, description);
-    else if (isTooMuch)
-        enter(State::crashing, problems::crashing());
-    else
-        look();
-    superviseService();
 }
 
 } // namespace lumora

@@ -10,10 +10,12 @@
 #include "platform/model/pendingcount.h"
 
 #include <QDeadlineTimer>
+#include <QPointer>
 #include <QTimer>
 
 #include <chrono>
 #include <optional>
+#include <vector>
 
 namespace lumora {
 
@@ -26,7 +28,8 @@ struct ServicePatience
     Time untilNextLook{1000};  ///< at a file that is not
     Time untilCancelled{5000}; ///< without an answer to a cancel, and the service counts as hung
     Time untilCounted{30000};  ///< the same for a token count
-    Time untilRetry{60000};    ///< after it could not be started, or crashed too often
+    Time untilLoaded{600000};  ///< the same for a model; a large one comes from a slow disk in minutes
+    Time untilRetry{60000};    ///< after what may go better later: too little memory, too many crashes
 };
 
 struct LocalModelSettings
@@ -65,12 +68,13 @@ private:
         loading,   ///< the service was told to load m_file
         ready,     ///< it has loaded it
         badFile,   ///< until the file changes
-        tooLarge,  ///< until the file changes
-        cannotRun, ///< until a pause has passed or the file changes
-        crashing,  ///< until a pause has passed or the file changes
+        tooLarge,  ///< for any memory of this computer; until the file changes
+        cannotRun, ///< too little memory now, or no service; until a pause has passed or the file changes
+        failing,   ///< for no fault of the file that is known; until a pause has passed or the file changes
     };
 
     void look();
+    bool canGoOnBeside(const ModelFile &file) const;
     bool mustLoad(const ModelFile &file) const;
     void adopt(const ModelFile &file);
     void load(const ModelFile &file);
@@ -80,23 +84,27 @@ private:
     void announce();
 
     void submit();
-    void send(const wire::Request &request);
+    ServiceProcess::Sent send(const wire::Request &request);
+    void sendToolOutput(LocalReply &reply, qint64 id, const QString &callID, const QString &output);
     void cancelReply(qint64 id);
+    void remember(LocalReply *reply);
     void superviseService();
 
     void startProcess();
     void dropProcess();
     void takeAnswer(const wire::Answer &answer);
     bool takeLoadAnswer(const wire::Answer &answer);
+    void takeLoadFailure(const wire::Failed &failure);
     void takeEnd(const ServiceEnd &end);
+    void startAnew(const QString &failure);
 
     LocalModelSettings m_settings;
     State m_state = State::notLooked;
     QString m_problem; // why a request fails in this state
     std::optional<ModelFile> m_lastLook;
     std::optional<ModelFile> m_file; // that the state is about
-    qint64 m_contextSize = 0;
-    int m_crashes = 0; // since the last reply that ended as it should
+    qint64 m_contextSize = 0;        // of the model loaded last, until there is none to be had
+    int m_crashes = 0;               // since the last reply that ended as it should
     QDeadlineTimer m_retry;
     QTimer m_nextLook;
     std::optional<Availability> m_announced; // or given as an answer
@@ -106,6 +114,7 @@ private:
     qint64 m_lastID = 0;
     qint64 m_loadID = 0;
     RequestQueue m_requests;
+    std::vector<QPointer<LocalReply>> m_replies; // some of them ended
     PendingCounts m_counts;
     QTimer m_patience;
     RequestQueue::Current m_supervised;

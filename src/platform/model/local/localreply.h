@@ -23,6 +23,9 @@ public:
     void takeToolCall(const QString &callID, const QString &toolName, const QByteArray &argumentsJson);
     void finish(const Usage &usage, const QByteArray &json);
     void fail(const QString &description);
+    bool hasEnded() const { return m_hasEnded; }
+    /// Ends it without a word, to anybody: the service goes.
+    void silence() { m_hasEnded = true; }
     /// From the event loop.
     void failLater(const QString &description);
 

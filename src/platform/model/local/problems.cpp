@@ -46,4 +46,22 @@ QString crashing()
     return QStringLiteral("The language model keeps crashing. Use another model file, or try again in a minute.");
 }
 
+QString killedWhileLoading()
+{
+    return QStringLiteral("The language model was killed while it was loading, perhaps because memory was short. Close "
+                          "other programs or use a smaller model file, then try again in a minute.");
+}
+
+QString loadingTooLong(const QString &path)
+{
+    return QStringLiteral("The model file %1 took too long to load. Check the disk that it lies on, or use another "
+                          "model file.")
+        .arg(nameOf(path));
+}
+
+QString toolOutputTooLong()
+{
+    return QStringLiteral("What the tool found is too long for the language model. Ask for less.");
+}
+
 } // namespace lumora::problems

@@ -15,5 +15,8 @@ QString growing(const QString &path);
 QString noModel(const QString &path);
 QString tooLarge(const QString &path);
 QString crashing();
+QString killedWhileLoading();
+QString loadingTooLong(const QString &path);
+QString toolOutputTooLong();
 
 } // namespace lumora::problems

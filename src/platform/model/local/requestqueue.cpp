@@ -102,12 +102,12 @@ RequestQueue::Answered RequestQueue::takeForReply(const QPointer<LocalReply> &re
         if (reply)
             reply->finish({{finished->inputTokens}, {finished->outputTokens}},
                           toBytes(finished->content.value_or(std::string())));
-        return Answered::reply;
+        return Answered::finished;
     }
     if (const auto *failed = std::get_if<wire::Failed>(&answer)) {
         if (reply)
             reply->fail(QString::fromStdString(failed->message));
-        return Answered::reply;
+        return Answered::failed;
     }
     return Answered::senseless;
 }
@@ -167,11 +167,9 @@ bool RequestQueue::isCancelled(const Request &request)
     return reply && !reply->reply;
 }
 
-bool RequestQueue::isReplySent() const
+bool RequestQueue::isAnySent() const
 {
-    return std::ranges::any_of(m_requests, [](const Request &request) {
-        return request.isSent && std::holds_alternative<Reply>(request.what);
-    });
+    return std::ranges::any_of(m_requests, &Request::isSent);
 }
 
 RequestQueue::Current RequestQueue::current() const
@@ -182,15 +180,6 @@ RequestQueue::Current RequestQueue::current() const
     if (std::holds_alternative<Count>(found->what))
         return {Work::count, found->id};
     return {isCancelled(*found) ? Work::cancelledReply : Work::reply, found->id};
-}
-
-void RequestQueue::disconnectReplies(const QObject *receiver)
-{
-    for (const Request &request : m_requests) {
-        const auto *reply = std::get_if<Reply>(&request.what);
-        if (reply && reply->reply)
-            QObject::disconnect(reply->reply, nullptr, receiver, nullptr);
-    }
 }
 
 RequestQueue::Requests::iterator RequestQueue::find(qint64 id)

@@ -32,7 +32,8 @@ public:
     enum class Answered {
         goesOn,    ///< the request has no end yet, or is not known any more
         count,     ///< a count has its answer
-        reply,     ///< a reply has ended
+        finished,  ///< a reply has ended as it should
+        failed,    ///< a reply has ended otherwise
         senseless, ///< no answer to such a request
     };
     /// answer: any but Loaded.
@@ -46,11 +47,12 @@ public:
     /// Everything that waits fails, from the event loop.
     void failWaiting(const QString &failure);
 
-    bool isReplySent() const;
+    bool isAnySent() const;
 
     /// What the service works on.
     enum class Work {
         nothing,
+        load, ///< never the queue's: for who supervises the service
         count,
         reply,
         cancelledReply,
@@ -62,9 +64,6 @@ public:
         bool operator==(const Current &) const = default;
     };
     Current current() const;
-
-    /// What is left of the replies no longer speaks to receiver.
-    void disconnectReplies(const QObject *receiver);
 
 private:
     struct Count

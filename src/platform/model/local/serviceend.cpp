@@ -41,6 +41,11 @@ bool ServiceEnd::isHopeless() const
     return kind == Kind::notStarted || isIncomplete || (kind == Kind::signalled && number == SIGILL);
 }
 
+bool ServiceEnd::isKill() const
+{
+    return kind == Kind::signalled && number == SIGKILL;
+}
+
 QString ServiceEnd::description() const
 {
     switch (kind) {

@@ -27,6 +27,9 @@ struct ServiceEnd
     /// Whether starting it again would end the same way: this program or this processor cannot run it.
     bool isHopeless() const;
 
+    /// Whether it was killed from outside, as the system does where memory is short.
+    bool isKill() const;
+
     /// What happened and what helps, as whole sentences for the user.
     QString description() const;
 };

@@ -7,6 +7,8 @@ namespace lumora {
 
 namespace {
 
+constexpr size_t longestToolOutput = size_t{1024} * 1024; // bytes; far more than any context holds
+
 QString promptText(const Prompt &prompt)
 {
     QString text = prompt.text;
@@ -42,6 +44,21 @@ wire::Respond toWire(qint64 id, const ReplyRequest &request)
     message.options.temperature = request.options.temperature;
     message.options.maximumTokens = request.options.maximumResponseTokens;
     return message;
+}
+
+std::string toolOutputText(const QString &output)
+{
+    std::string text = output.toStdString();
+    if (text.size() <= longestToolOutput)
+        return text;
+    const auto isInsideCharacter = [&text](size_t at) {
+        return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
+    };
+    size_t end = longestToolOutput;
+    while (isInsideCharacter(end))
+        --end;
+    text.resize(end);
+    return text;
 }
 
 } // namespace lumora

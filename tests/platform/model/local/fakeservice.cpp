@@ -81,6 +81,7 @@ bool isCancelled(int milliseconds)
 
 void load(const wire::Load &request)
 {
+    std::ofstream(request.path + ".loads", std::ios::app) << '.';
     std::ifstream file(request.path);
     std::string magic;
     std::string word;
@@ -90,6 +91,10 @@ void load(const wire::Load &request)
         answer(wire::Failed{request.id, wire::ErrorCode::badFile, "This file is broken."});
     else if (word == "memory")
         answer(wire::Failed{request.id, wire::ErrorCode::noMemory, "There is not enough memory."});
+    else if (word == "internal")
+        answer(wire::Failed{request.id, wire::ErrorCode::internal, "Something went wrong."});
+    else if (word == "kill")
+        dieOf(SIGKILL);
     else if (word == "crash")
         dieOf(SIGABRT);
     else if (word == "illegal")

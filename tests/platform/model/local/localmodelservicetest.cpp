@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
 #include <QProcess>
 #include <QSignalSpy>
@@ -78,6 +79,7 @@ private Q_SLOTS:
     void answersCountsAndReplies();
     void requestReachesTheService();
     void toolCallGoesThereAndBack();
+    void longToolOutputIsCutBetweenCharacters();
     void serviceGetsHarmlessSurroundings();
     void errorOutputDoesNotHoldUpTheService();
 
@@ -89,6 +91,12 @@ private Q_SLOTS:
     void loadingModelIsNotReady();
     void fileDroppedInLaterIsPickedUpWhenComplete();
     void badFileCountsUntilItChanges();
+    void failureThatMayPassIsTriedAgain_data();
+    void failureThatMayPassIsTriedAgain();
+    void loadThatTakesTooLongIsGivenUp();
+    void newFileSupersedesTheLoad();
+    void growingFileLeavesTheLoadedModelInUse();
+    void countKeepsTheModelForTheReply();
     void changedFileWaitsForTheReply_data();
     void changedFileWaitsForTheReply();
 
@@ -98,7 +106,8 @@ private Q_SLOTS:
     void countThatKillsTheServiceFails();
     void crashesInARowMakeItUnavailable_data();
     void crashesInARowMakeItUnavailable();
-    void finishedReplyForgivesCrashes();
+    void onlyFinishedRepliesForgiveCrashes_data();
+    void onlyFinishedRepliesForgiveCrashes();
 
     void cancelStopsTheReply();
     void cancelledReplyThatWaitsIsNeverSent();
@@ -108,8 +117,10 @@ private Q_SLOTS:
     void destructionEndsEverything_data();
     void destructionEndsEverything();
     void hungServiceEndsWithItsProgram();
+    void refusedReplyOutlivesTheService();
 
 private:
+    qsizetype loadCount() const;
     void writeModel(const QByteArray &content);
     void createService();
     void becomeAvailable();
@@ -143,6 +154,12 @@ void LocalModelServiceTest::writeModel(const QByteArray &content)
     QFile file(m_folder->filePath(u"model.gguf"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(content);
+}
+
+// How often the service was told to load the file.
+qsizetype LocalModelServiceTest::loadCount() const
+{
+    return QFileInfo(m_folder->filePath(u"model.gguf.loads"_s)).size();
 }
 
 void LocalModelServiceTest::createService()
@@ -225,6 +242,19 @@ void LocalModelServiceTest::toolCallGoesThereAndBack()
     QCOMPARE(reply.usage, (Usage{{7}, {3}}));
 }
 
+void LocalModelServiceTest::longToolOutputIsCutBetweenCharacters()
+{
+    becomeAvailable();
+    ReplyRequest request;
+    request.tools = {{u"ask"_s, u"Asks."_s, {}}};
+    const TestReply reply(*m_service, u"tool"_s, request);
+    QTRY_COMPARE(reply.calls.size(), 1);
+    // A mebibyte ends inside a character.
+    reply->answerToolCall(u"call 1"_s, u"€"_s.repeated(1024 * 1024));
+    QTRY_VERIFY(reply.hasEnded());
+    QCOMPARE(reply.text, u"So far Asking: call 1 gave "_s + u"€"_s.repeated(1024 * 1024 / 3));
+}
+
 void LocalModelServiceTest::serviceGetsHarmlessSurroundings()
 {
     qputenv("HOME", "/somewhere");
@@ -259,6 +289,10 @@ void LocalModelServiceTest::fileDecidesTheAvailability_data()
     QTest::newRow("does not load") << QByteArray("GGUF bad") << Reason::other << u"This file is broken."_s;
     QTest::newRow("too little memory") << QByteArray("GGUF memory") << Reason::deviceNotEligible
                                        << u"There is not enough memory."_s;
+    QTest::newRow("fails for no fault of its own")
+        << QByteArray("GGUF internal") << Reason::other << u"Something went wrong."_s;
+    QTest::newRow("killed while loading")
+        << QByteArray("GGUF kill") << Reason::deviceNotEligible << u"killed while it was loading"_s;
     QTest::newRow("crashes while loading") << QByteArray("GGUF crash") << Reason::other << u"keeps crashing"_s;
     QTest::newRow("processor too old") << QByteArray("GGUF illegal") << Reason::deviceNotEligible
                                        << u"processor does not have"_s;
@@ -355,6 +389,85 @@ void LocalModelServiceTest::badFileCountsUntilItChanges()
     writeModel("GGUF better");
     QCOMPARE(m_service->availability(), Availability::unavailable(Reason::modelNotReady));
     QTRY_COMPARE(m_service->availability(), Availability::available());
+}
+
+void LocalModelServiceTest::failureThatMayPassIsTriedAgain_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<Reason>("reason");
+    QTest::addColumn<qsizetype>("loads"); // before it gives up for a while
+    QTest::newRow("too little memory") << QByteArray("GGUF memory") << Reason::deviceNotEligible << qsizetype(1);
+    QTest::newRow("killed") << QByteArray("GGUF kill") << Reason::deviceNotEligible << qsizetype(1);
+    QTest::newRow("internal") << QByteArray("GGUF internal") << Reason::other << qsizetype(1);
+    QTest::newRow("crash") << QByteArray("GGUF crash") << Reason::other << qsizetype(3);
+}
+
+void LocalModelServiceTest::failureThatMayPassIsTriedAgain()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(Reason, reason);
+    QFETCH(qsizetype, loads);
+    m_settings.patience.untilRetry = 1s;
+    writeModel(content);
+    createService();
+    QTRY_COMPARE(m_service->availability(), Availability::unavailable(reason));
+    QCOMPARE(loadCount(), loads);
+    QTRY_COMPARE(m_service->availability(), Availability::unavailable(Reason::modelNotReady));
+    QTRY_COMPARE(m_service->availability(), Availability::unavailable(reason));
+    QCOMPARE(loadCount(), loads + 1);
+}
+
+void LocalModelServiceTest::loadThatTakesTooLongIsGivenUp()
+{
+    m_settings.patience.untilLoaded = 100ms;
+    writeModel("GGUF slow");
+    createService();
+    const TestReply reply(*m_service, u"pid"_s);
+    QTRY_VERIFY(reply.failure);
+    QVERIFY(reply.failure->contains(u"took too long to load"_s));
+    QCOMPARE(m_service->availability(), Availability::unavailable(Reason::other));
+    QCOMPARE(loadCount(), 1);
+}
+
+void LocalModelServiceTest::newFileSupersedesTheLoad()
+{
+    writeModel("GGUF slow");
+    createService();
+    QCOMPARE(m_service->availability(), Availability::unavailable(Reason::modelNotReady));
+    QTRY_COMPARE(loadCount(), 1);
+    writeModel("GGUF other");
+    QTRY_COMPARE(m_service->availability(), Availability::available());
+}
+
+void LocalModelServiceTest::growingFileLeavesTheLoadedModelInUse()
+{
+    m_settings.patience.untilSettled = 300ms;
+    becomeAvailable();
+    QFile newer(m_folder->filePath(u"newer.gguf"_s));
+    QVERIFY(newer.open(QIODevice::WriteOnly));
+    newer.write("GGUF slow");
+    newer.close();
+    QCOMPARE(m_service->availability(), Availability::available());
+    const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
+    QTRY_COMPARE(count->value, 4);
+
+    // Once it is complete it is loaded, and until it has been, the old one's context is what there is to go by.
+    QSignalSpy changes(m_service.get(), &ModelService::availabilityChanged);
+    QVERIFY(changes.wait(30000));
+    QCOMPARE(m_service->availability(), Availability::unavailable(Reason::modelNotReady));
+    QCOMPARE(m_service->contextSize(), 1000);
+}
+
+void LocalModelServiceTest::countKeepsTheModelForTheReply()
+{
+    m_settings.patience.untilNextLook = 500ms;
+    becomeAvailable();
+    const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
+    writeModel("GGUF other 99");
+    QCOMPARE(m_service->availability(), Availability::available());
+    QTRY_COMPARE(count->value, 4);
+    QCOMPARE(m_service->contextSize(), 1000);
+    QTRY_COMPARE(m_service->contextSize(), 99);
 }
 
 void LocalModelServiceTest::changedFileWaitsForTheReply_data()
@@ -474,14 +587,25 @@ void LocalModelServiceTest::crashesInARowMakeItUnavailable()
     QTRY_COMPARE(m_service->availability(), Availability::available());
 }
 
-void LocalModelServiceTest::finishedReplyForgivesCrashes()
+void LocalModelServiceTest::onlyFinishedRepliesForgiveCrashes_data()
 {
+    QTest::addColumn<QString>("prompt"); // between two crashes
+    QTest::addColumn<bool>("forgives");
+    QTest::newRow("finished") << u"structured"_s << true;
+    QTest::newRow("failed") << u"fail"_s << false;
+}
+
+void LocalModelServiceTest::onlyFinishedRepliesForgiveCrashes()
+{
+    QFETCH(QString, prompt);
+    QFETCH(bool, forgives);
     becomeAvailable();
-    for (int crash = 0; crash < 4; ++crash) {
+    for (int crash = 0; crash < 3; ++crash) {
+        const TestReply between(*m_service, prompt);
+        QTRY_VERIFY(between.hasEnded());
         const TestReply crashing(*m_service, u"abort"_s);
         QTRY_VERIFY(crashing.failure);
-        const TestReply working(*m_service, u"pid"_s);
-        QTRY_VERIFY(working.usage);
+        QCOMPARE(crashing.failure->contains(u"model keeps crashing"_s), !forgives && crash == 2);
     }
 }
 
@@ -579,6 +703,17 @@ void LocalModelServiceTest::hungServiceEndsWithItsProgram()
     host.kill();
     QVERIFY(host.waitForFinished(30000));
     QTRY_VERIFY(!isRunning(pid));
+}
+
+void LocalModelServiceTest::refusedReplyOutlivesTheService()
+{
+    createService();
+    const TestReply reply(*m_service, u"pid"_s);
+    // It has been refused, but nobody was told so far. Who waits for it gives up when the service goes.
+    connect(m_service.get(), &QObject::destroyed, this, [&reply] { reply->cancel(); });
+    m_service.reset();
+    QTest::qWait(20);
+    QVERIFY(!reply.hasEnded());
 }
 
 QTEST_GUILESS_MAIN(LocalModelServiceTest)
