@@ -3,7 +3,8 @@
 
 #include "platform/model/local/serviceprocess.h"
 
-#include <QFile>
+#include "platform/model/local/memorykills.h"
+
 #include <QProcessEnvironment>
 
 #include <array>
@@ -32,24 +33,11 @@ QProcessEnvironment childEnvironment()
     return passed;
 }
 
-// How often the kernel has killed a process for lack of memory since the system started.
-std::optional<qint64> memoryKills()
-{
-    QFile counters(QStringLiteral("/proc/vmstat"));
-    if (!counters.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const QList<QByteArray> lines = counters.readAll().split('\n');
-    for (const QByteArray &line : lines) {
-        if (line.startsWith("oom_kill "))
-            return line.mid(9).toLongLong();
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
-ServiceProcess::ServiceProcess(const ServiceCommand &command, QObject *parent)
+ServiceProcess::ServiceProcess(ServiceCommand command, QObject *parent)
     : QObject(parent)
+    , m_command(std::move(command))
 {
     connect(&m_process, &QProcess::readyReadStandardOutput, this, &ServiceProcess::takeOutput);
     connect(&m_process, &QProcess::readyReadStandardError, this, &ServiceProcess::takeErrorOutput);
@@ -62,7 +50,7 @@ ServiceProcess::ServiceProcess(const ServiceCommand &command, QObject *parent)
     connect(&m_process, &QProcess::finished, this, [this](int number, QProcess::ExitStatus status) {
         takeEnd(status == QProcess::CrashExit ? ServiceEnd::Kind::signalled : ServiceEnd::Kind::exited, number);
     });
-    start(command);
+    start();
 }
 
 ServiceProcess::~ServiceProcess()
@@ -70,10 +58,10 @@ ServiceProcess::~ServiceProcess()
     close();
 }
 
-void ServiceProcess::start(const ServiceCommand &command)
+void ServiceProcess::start()
 {
-    m_process.setProgram(command.program);
-    m_process.setArguments(command.arguments);
+    m_process.setProgram(m_command.program);
+    m_process.setArguments(m_command.arguments);
     m_process.setWorkingDirectory(QStringLiteral("/"));
     m_process.setProcessEnvironment(childEnvironment());
     // It ends by itself when its input ends; this is for one that no longer looks.
@@ -83,7 +71,7 @@ void ServiceProcess::start(const ServiceCommand &command)
 
 ServiceProcess::Sent ServiceProcess::send(const wire::Request &request)
 {
-    m_memoryKillsBefore = memoryKills();
+    m_memoryKillsBefore = memoryKills(m_command.memoryCounters);
     try {
         const std::string frame = wire::frame(wire::encode(request));
         m_process.write(frame.data(), static_cast<qint64>(frame.size()));
@@ -156,7 +144,7 @@ void ServiceProcess::takeEnd(ServiceEnd::Kind kind, int number)
     ServiceEnd end;
     end.kind = m_reason.value_or(kind);
     end.number = number;
-    end.isOutOfMemory = m_memoryKillsBefore && m_memoryKillsBefore < memoryKills();
+    end.isOutOfMemory = m_memoryKillsBefore && m_memoryKillsBefore < memoryKills(m_command.memoryCounters);
     end.hasAnswered = m_hasAnswered;
     end.lastWords = QString::fromUtf8(m_errorOutput).trimmed();
     Q_EMIT ended(end);

@@ -21,6 +21,8 @@ struct ServiceCommand
 {
     QString program;
     QStringList arguments;
+    /// Where the kernel counts what it has killed for lack of memory.
+    QString memoryCounters = QStringLiteral("/proc/vmstat");
 };
 
 /// The model service as a process: messages in and out, and how it ended. It gets an environment of a few harmless
@@ -31,7 +33,7 @@ class ServiceProcess : public QObject
 
 public:
     /// Starts it.
-    explicit ServiceProcess(const ServiceCommand &command, QObject *parent = nullptr);
+    explicit ServiceProcess(ServiceCommand command, QObject *parent = nullptr);
     /// Closes it.
     ~ServiceProcess() override;
 
@@ -54,12 +56,13 @@ Q_SIGNALS:
     void ended(const lumora::ServiceEnd &end);
 
 private:
-    void start(const ServiceCommand &command);
+    void start();
     void takeOutput();
     void takeErrorOutput();
     void deliver();
     void takeEnd(ServiceEnd::Kind kind, int number);
 
+    ServiceCommand m_command;
     QProcess m_process;
     wire::FrameReader m_reader;
     QByteArray m_errorOutput;

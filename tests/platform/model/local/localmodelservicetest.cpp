@@ -3,6 +3,8 @@
 
 #include "platform/model/local/localmodelservice.h"
 
+#include "platform/model/childprocesses.h"
+#include "platform/model/languagemodelsession.h"
 #include "platform/model/outcome.h"
 
 #include <QDir>
@@ -102,6 +104,7 @@ private Q_SLOTS:
 
     void deathInMidReplyIsTold_data();
     void deathInMidReplyIsTold();
+    void memoryKillIsTold();
     void deathBetweenRequestsGoesUnnoticed();
     void countThatKillsTheServiceFails();
     void crashesInARowMakeItUnavailable_data();
@@ -116,6 +119,7 @@ private Q_SLOTS:
 
     void destructionEndsEverything_data();
     void destructionEndsEverything();
+    void destructionEndsASession();
     void hungServiceEndsWithItsProgram();
     void refusedReplyOutlivesTheService();
 
@@ -128,7 +132,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
     LocalModelSettings m_settings;
-    std::unique_ptr<LocalModelService> m_service;
+    std::shared_ptr<LocalModelService> m_service;
 };
 
 void LocalModelServiceTest::init()
@@ -164,7 +168,7 @@ qsizetype LocalModelServiceTest::loadCount() const
 
 void LocalModelServiceTest::createService()
 {
-    m_service = std::make_unique<LocalModelService>(m_settings);
+    m_service = std::make_shared<LocalModelService>(m_settings);
 }
 
 void LocalModelServiceTest::becomeAvailable()
@@ -191,8 +195,8 @@ void LocalModelServiceTest::answersCountsAndReplies()
     const auto failed = outcomeOf(m_service->tokenCount(u"fail"_s));
     const TestReply reply(*m_service, u"structured"_s);
     QTRY_VERIFY(reply.hasEnded());
-    QCOMPARE(count->value, 4);
-    QCOMPARE(failed->failure, u"Cannot count."_s);
+    QTRY_COMPARE(count->value, 4);
+    QTRY_COMPARE(failed->failure, u"Cannot count."_s);
     QCOMPARE(reply.text, u"So far "_s);
     QCOMPARE(reply.usage, (Usage{{1}, {2}}));
     QCOMPARE(reply.json, QByteArray(R"({"title":"A"})"));
@@ -534,9 +538,31 @@ void LocalModelServiceTest::deathInMidReplyIsTold()
     // Asked at once, before the new one can have loaded.
     const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
     QVERIFY(servicePid() != pid);
-    QCOMPARE(count->value, 4);
+    QTRY_COMPARE(count->value, 4);
     QVERIFY(!isRunning(pid));
     QCOMPARE(m_service->availability(), Availability::available());
+}
+
+void LocalModelServiceTest::memoryKillIsTold()
+{
+    const QString counters = m_folder->filePath(u"vmstat"_s);
+    const auto countKills = [&counters](const QByteArray &kills) {
+        QFile file(counters);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("pgalloc 5\noom_kill " + kills + "\noom_kill_other 7\n");
+    };
+    countKills("9");
+    m_settings.command.memoryCounters = counters;
+    becomeAvailable();
+    const TestReply reply(*m_service, u"stream"_s);
+    QTRY_VERIFY(!reply.text.isEmpty());
+
+    countKills("10");
+    for (const int pid : childProcesses())
+        QVERIFY(::kill(pid, SIGKILL) == 0);
+    QTRY_VERIFY(reply.hasEnded());
+    QVERIFY2(reply.failure && reply.failure->contains(u"ran out of memory"_s),
+             qPrintable(reply.failure.value_or(u"none"_s)));
 }
 
 void LocalModelServiceTest::deathBetweenRequestsGoesUnnoticed()
@@ -548,7 +574,7 @@ void LocalModelServiceTest::deathBetweenRequestsGoesUnnoticed()
     const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
     const TestReply reply(*m_service, u"structured"_s);
     QTRY_VERIFY(reply.hasEnded());
-    QCOMPARE(count->value, 4);
+    QTRY_COMPARE(count->value, 4);
     QVERIFY(reply.usage);
 }
 
@@ -662,7 +688,7 @@ void LocalModelServiceTest::hungServiceIsReplaced()
     QVERIFY(servicePid() != pid);
     QVERIFY(!isRunning(pid));
     if (isCount)
-        QVERIFY(count->failure && count->failure->contains(u"no longer answered"_s));
+        QTRY_VERIFY(count->failure && count->failure->contains(u"no longer answered"_s));
 }
 
 void LocalModelServiceTest::destructionEndsEverything_data()
@@ -690,6 +716,20 @@ void LocalModelServiceTest::destructionEndsEverything()
     QVERIFY(!isRunning(pid));
     if (reply)
         (*reply)->cancel();
+}
+
+void LocalModelServiceTest::destructionEndsASession()
+{
+    becomeAvailable();
+    LanguageModelSession session(SystemLanguageModel(m_service), {}, {});
+    ResponseStream stream = session.streamResponse({u"stream"_s, {}}, {});
+    const auto first = outcomeOf(stream.next());
+    QTRY_VERIFY(first->value && first->value->has_value());
+    const auto next = outcomeOf(stream.next());
+    m_service.reset();
+    // It may have had a snapshot waiting.
+    QVERIFY(next->isDone());
+    QVERIFY(outcomeOf(stream.next())->isCancelled);
 }
 
 void LocalModelServiceTest::hungServiceEndsWithItsProgram()

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "platform/model/childprocesses.h"
 #include "platform/model/languagemodelsession.h"
 #include "platform/model/local/localmodelservice.h"
 #include "platform/model/outcome.h"
@@ -44,21 +45,6 @@ QCoro::Task<> readAll(ResponseStream stream, std::shared_ptr<StreamLog> log)
     } catch (const CancellationError &) {
         log->isCancelled = true;
     }
-}
-
-QList<int> childProcesses()
-{
-    const QString own = QString::number(QCoreApplication::applicationPid());
-    QFile file(u"/proc/%1/task/%1/children"_s.arg(own));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QList<int> pids;
-    const QList<QByteArray> words = file.readAll().simplified().split(' ');
-    for (const QByteArray &word : words) {
-        if (const int pid = word.toInt(); pid > 0)
-            pids.append(pid);
-    }
-    return pids;
 }
 
 } // namespace
