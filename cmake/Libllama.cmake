@@ -26,6 +26,10 @@ if(LUMORA_LLAMA_PREFIX)
     if(NOT LUMORA_LLAMA_LOADER OR NOT LUMORA_LLAMA_BACKENDS)
         message(FATAL_ERROR "LUMORA_LLAMA_PREFIX: the loader or ggml's backends are missing in ${LUMORA_LLAMA_FOLDER}")
     endif()
+    if(LUMORA_LLAMA_FOLDER MATCHES "[:;]")
+        message(FATAL_ERROR "LUMORA_LLAMA_PREFIX: the path ${LUMORA_LLAMA_FOLDER} has a colon or a semicolon in it, which "
+            "the loader takes for the end of a path. Unpack the packages into another folder.")
+    endif()
     set(LUMORA_LLAMA_FOUND ON)
 
     add_library(Lumora::llama INTERFACE IMPORTED)
@@ -48,12 +52,20 @@ else()
     endif()
 endif()
 
-# The launcher of a program that runs under the folder's loader. RUNTIME: the folder, as the launcher finds it.
+# A text as it has to stand between double quotes in a shell's script.
+function(lumora_quote_for_shell text output)
+    string(REGEX REPLACE "([\\\\\"$`])" "\\\\\\1" quoted "${text}")
+    set(${output} "${quoted}" PARENT_SCOPE)
+endfunction()
+
+# The launcher of a program that runs under the folder's loader. RUNTIME: the folder, as the launcher finds
+# it, which the shell expands between double quotes.
 function(lumora_write_launcher path name runtime arguments)
     set(LAUNCHER_NAME ${name})
     set(LAUNCHER_RUNTIME ${runtime})
     cmake_path(GET LUMORA_LLAMA_LOADER FILENAME LAUNCHER_LOADER)
     cmake_path(RELATIVE_PATH LUMORA_LLAMA_BACKENDS BASE_DIRECTORY ${LUMORA_LLAMA_FOLDER} OUTPUT_VARIABLE backends)
+    lumora_quote_for_shell("${backends}" backends)
     list(JOIN arguments " " LAUNCHER_ARGUMENTS)
     string(REPLACE "@BACKENDS@" "\"$runtime/${backends}\"" LAUNCHER_ARGUMENTS "${LAUNCHER_ARGUMENTS}")
     configure_file(${PROJECT_SOURCE_DIR}/cmake/launcher.sh.in ${path} @ONLY
@@ -69,6 +81,7 @@ function(lumora_add_llama_program name)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
     if(LUMORA_LLAMA_PREFIX)
         set_target_properties(${name} PROPERTIES OUTPUT_NAME ${name}.bin SKIP_BUILD_RPATH ON)
-        lumora_write_launcher(${PROJECT_BINARY_DIR}/bin/${name} ${name} ${LUMORA_LLAMA_FOLDER} "${arg_ARGUMENTS}")
+        lumora_quote_for_shell("${LUMORA_LLAMA_FOLDER}" runtime)
+        lumora_write_launcher(${PROJECT_BINARY_DIR}/bin/${name} ${name} "${runtime}" "${arg_ARGUMENTS}")
     endif()
 endfunction()

@@ -31,19 +31,6 @@ bool goesOn(float, void *stop)
     return !static_cast<const std::stop_token *>(stop)->stop_requested();
 }
 
-const char *roleName(ChatMessage::Role role)
-{
-    switch (role) {
-    case ChatMessage::Role::system:
-        return "system";
-    case ChatMessage::Role::user:
-        return "user";
-    case ChatMessage::Role::assistant:
-        break;
-    }
-    return "assistant";
-}
-
 } // namespace
 
 struct LlamaEngine::Loading
@@ -80,14 +67,12 @@ std::string LlamaEngine::load(const std::string &path, std::optional<std::int64_
                               const std::stop_token &stop)
 {
     unload();
-    const Loading loading{path, contextLimit, stop, readGgufHeader(path), availableMemory()};
-    requireLanguageModel(loading.header, path);
+    const Loading loading{path, contextLimit, stop, readModelHeader(path), availableMemory()};
+    forgetErrors();
     if (loading.header.fileSize > loading.availableBytes)
         throw noMemoryFor(path);
     try {
-        loadModel(loading, -1);
-        makeContext(loading);
-        warmUp(loading);
+        run(loading);
     } catch (const Failure &) {
         unload();
         throw;
@@ -104,26 +89,46 @@ void LlamaEngine::unload()
     m_model.reset();
 }
 
-void LlamaEngine::loadModel(const Loading &loading, int gpuLayers)
+// The graphics memory may be too small for the model or for its context, and the estimate of the other may be wrong.
+void LlamaEngine::run(const Loading &loading)
+{
+    bool usesGraphics = loadModel(loading, llama_supports_gpu_offload());
+    Attempt attempt{usesGraphics, chooseContext(loading)};
+    while (!makeContext(loading, attempt.contextSize) || !warmUp(loading)) {
+        const auto next = nextAttempt(attempt);
+        if (!next)
+            throw noMemoryFor(loading.path);
+        attempt = *next;
+        m_context.reset();
+        if (usesGraphics != attempt.usesGraphics) {
+            unload();
+            usesGraphics = loadModel(loading, attempt.usesGraphics);
+        }
+    }
+}
+
+/// Whether the model that is loaded then uses the graphics card.
+bool LlamaEngine::loadModel(const Loading &loading, bool usesGraphics)
 {
     std::stop_token stop = loading.stop;
     llama_model_params parameters = llama_model_default_params();
-    parameters.n_gpu_layers = gpuLayers;
+    parameters.n_gpu_layers = usesGraphics ? -1 : 0;
     parameters.progress_callback = goesOn;
     parameters.progress_callback_user_data = &stop;
     m_model.reset(llama_model_load_from_file(loading.path.c_str(), parameters));
     if (stop.stop_requested())
         throw cancelled();
-    if (!m_model && gpuLayers != 0 && llama_supports_gpu_offload())
-        return loadModel(loading, 0); // the graphics memory may be too small
+    if (!m_model && usesGraphics)
+        return loadModel(loading, false);
     if (!m_model)
-        throw badFile(loading.path, reasonOfLastError(loading.header.architecture));
+        throw badFile(loading.path, reasonOfErrors(loading.header.architecture));
     if (const auto reason = reasonNotToConverse(m_model.get()))
         throw badFile(loading.path, *reason);
     m_vocabulary = std::make_unique<LlamaVocabulary>(llama_model_get_vocab(m_model.get()));
+    return usesGraphics;
 }
 
-void LlamaEngine::makeContext(const Loading &loading)
+std::int64_t LlamaEngine::chooseContext(const Loading &loading) const
 {
     const auto size = chooseContextSize({.trainedTokens = llama_model_n_ctx_train(m_model.get()),
                                          .requestedTokens = loading.contextLimit,
@@ -131,8 +136,14 @@ void LlamaEngine::makeContext(const Loading &loading)
                                          .freeBytes = loading.availableBytes - loading.header.fileSize});
     if (!size)
         throw noMemoryFor(loading.path);
+    return *size;
+}
+
+/// False: there is not enough memory.
+bool LlamaEngine::makeContext(const Loading &loading, std::int64_t size)
+{
     llama_context_params parameters = llama_context_default_params();
-    parameters.n_ctx = static_cast<std::uint32_t>(*size);
+    parameters.n_ctx = static_cast<std::uint32_t>(size);
     parameters.n_batch = batchSize;
     parameters.n_ubatch = batchSize;
     parameters.n_seq_max = 1;
@@ -145,19 +156,28 @@ void LlamaEngine::makeContext(const Loading &loading)
     parameters.swa_full = true; // so that one can go back to any earlier token
     m_context.reset(llama_init_from_model(m_model.get(), parameters));
     if (!m_context)
-        throw noMemoryFor(loading.path);
+        return false;
     if (llama_get_memory(m_context.get()) == nullptr)
         throw badFile(loading.path, "it is not a model that writes text");
-    m_contextSize = std::min<std::size_t>(static_cast<std::size_t>(*size), llama_n_ctx(m_context.get()));
+    m_contextSize = std::min<std::size_t>(static_cast<std::size_t>(size), llama_n_ctx(m_context.get()));
+    return true;
 }
 
-// Reads the weights from the disk before the first request has to, and shows that they can be computed with.
-void LlamaEngine::warmUp(const Loading &loading)
+/// Reads the weights from the disk before the first request has to. False: they cannot be computed with; there may be
+/// not enough memory.
+bool LlamaEngine::warmUp(const Loading &loading)
 {
     const Token token = openingToken().value_or(0);
-    if (evaluate({&token, 1}, 0, loading.stop) == 0)
-        throw cancelled();
+    try {
+        if (evaluate({&token, 1}, 0, loading.stop) == 0)
+            throw cancelled();
+    } catch (const Failure &failure) {
+        if (failure.code() == wire::ErrorCode::cancelled)
+            throw;
+        return false;
+    }
     keep(0);
+    return true;
 }
 
 SamplingDefaults LlamaEngine::samplingDefaults() const
@@ -192,26 +212,7 @@ bool LlamaEngine::endsTurn(Token token) const
 
 std::optional<std::string> LlamaEngine::applyTemplate(std::span<const ChatMessage> messages) const
 {
-    const char *const layout = llama_model_chat_template(m_model.get(), nullptr);
-    if (layout == nullptr)
-        return std::nullopt;
-    std::vector<llama_chat_message> chat;
-    std::size_t characters = 0;
-    for (const ChatMessage &message : messages) {
-        chat.push_back({roleName(message.role), message.content.c_str()});
-        characters += message.content.size();
-    }
-    std::string text(2 * characters + 1024, '\0');
-    for (;;) {
-        const int size = llama_chat_apply_template(layout, chat.data(), chat.size(), true, text.data(),
-                                                   static_cast<int>(text.size()));
-        if (size < 0)
-            return std::nullopt;
-        const bool fits = static_cast<std::size_t>(size) <= text.size();
-        text.resize(static_cast<std::size_t>(size));
-        if (fits)
-            return text;
-    }
+    return applyTemplateOf(m_model.get(), messages);
 }
 
 std::size_t LlamaEngine::keep(std::size_t count)

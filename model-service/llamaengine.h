@@ -47,9 +47,11 @@ private:
     struct Loading;
 
     void unload();
-    void loadModel(const Loading &loading, int gpuLayers);
-    void makeContext(const Loading &loading);
-    void warmUp(const Loading &loading);
+    void run(const Loading &loading);
+    bool loadModel(const Loading &loading, bool usesGraphics);
+    std::int64_t chooseContext(const Loading &loading) const;
+    bool makeContext(const Loading &loading, std::int64_t size);
+    bool warmUp(const Loading &loading);
     bool goesBack() const;
 
     ModelHandle m_model;

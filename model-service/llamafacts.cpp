@@ -3,28 +3,36 @@
 
 #include "llamafacts.h"
 
+#include "core/utf8.h"
+
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <charconv>
 #include <cstdio>
+#include <mutex>
 #include <string_view>
+#include <vector>
 
 namespace lumora::service {
 
 namespace {
 
 // libllama's log knows one receiver in the whole process.
-std::string lastError;
+std::mutex logMutex; // guards the next two; worker threads log, too
+std::string errors;
+ggml_log_level lastLevel = GGML_LOG_LEVEL_NONE;
 std::atomic<bool> logIsMuted = false;
+constexpr std::size_t mostErrors = 65536; // bytes
 
 void takeLog(ggml_log_level level, const char *text, void *)
 {
-    static ggml_log_level last = GGML_LOG_LEVEL_NONE;
+    const std::scoped_lock lock(logMutex);
     if (level != GGML_LOG_LEVEL_CONT)
-        last = level;
-    if (last == GGML_LOG_LEVEL_ERROR)
-        lastError = text;
-    if ((last == GGML_LOG_LEVEL_ERROR || last == GGML_LOG_LEVEL_WARN) && !logIsMuted)
+        lastLevel = level;
+    if (lastLevel == GGML_LOG_LEVEL_ERROR && errors.size() < mostErrors)
+        errors += text;
+    if ((lastLevel == GGML_LOG_LEVEL_ERROR || lastLevel == GGML_LOG_LEVEL_WARN) && !logIsMuted)
         std::fputs(text, stderr);
 }
 
@@ -60,6 +68,19 @@ std::int64_t attentionLength(const llama_model *model, const char *which)
     return numberOf<std::int64_t>(model, key.c_str()).value_or(llama_model_n_embd(model) / heads);
 }
 
+const char *roleName(ChatMessage::Role role)
+{
+    switch (role) {
+    case ChatMessage::Role::system:
+        return "system";
+    case ChatMessage::Role::user:
+        return "user";
+    case ChatMessage::Role::assistant:
+        break;
+    }
+    return "assistant";
+}
+
 } // namespace
 
 void receiveLog()
@@ -76,10 +97,17 @@ void muteLog(bool muted)
     logIsMuted = muted;
 }
 
-std::string reasonOfLastError(const std::string &architecture)
+void forgetErrors()
 {
-    if (lastError.find("unknown model architecture") != std::string::npos)
-        return "models of the kind “" + architecture + "” are not known to this version";
+    const std::scoped_lock lock(logMutex);
+    errors.clear();
+}
+
+std::string reasonOfErrors(const std::string &architecture)
+{
+    const std::scoped_lock lock(logMutex);
+    if (errors.find("unknown model architecture") != std::string::npos)
+        return "models of the kind “" + firstCharacters(architecture, 64) + "” are not known to this version";
     return "it is damaged, incomplete, or of a kind that this version does not know";
 }
 
@@ -99,7 +127,10 @@ std::int64_t contextBytesPerToken(const llama_model *model, std::int64_t batchSi
     if (llama_model_is_recurrent(model))
         return 0;
     const std::int64_t lengths = attentionLength(model, "key_length") + attentionLength(model, "value_length");
-    return lengths * llama_model_n_head_kv(model) * llama_model_n_layer(model) * bytesPerNumber + batchSize * maskBytes;
+    // Both are those of the first layer, which in models of mixed layers may have none.
+    const int ownHeads = llama_model_n_head_kv(model);
+    const std::int64_t heads = std::max(ownHeads > 0 ? ownHeads : llama_model_n_head(model), 1);
+    return lengths * heads * llama_model_n_layer(model) * bytesPerNumber + batchSize * maskBytes;
 }
 
 SamplingDefaults samplingDefaultsOf(const llama_model *model)
@@ -114,6 +145,30 @@ SamplingDefaults samplingDefaultsOf(const llama_model *model)
     defaults.penaltyLastTokens = numberOf<std::int32_t>(model, LLAMA_MODEL_META_KEY_SAMPLING_PENALTY_LAST_N);
     defaults.penaltyRepeat = numberOf<double>(model, LLAMA_MODEL_META_KEY_SAMPLING_PENALTY_REPEAT);
     return defaults;
+}
+
+std::optional<std::string> applyTemplateOf(const llama_model *model, std::span<const ChatMessage> messages)
+{
+    const char *const layout = llama_model_chat_template(model, nullptr);
+    if (layout == nullptr)
+        return std::nullopt;
+    std::vector<llama_chat_message> chat;
+    std::size_t characters = 0;
+    for (const ChatMessage &message : messages) {
+        chat.push_back({roleName(message.role), message.content.c_str()});
+        characters += message.content.size();
+    }
+    std::string text(2 * characters + 1024, '\0');
+    for (;;) {
+        const int size = llama_chat_apply_template(layout, chat.data(), chat.size(), true, text.data(),
+                                                   static_cast<int>(text.size()));
+        if (size < 0)
+            return std::nullopt;
+        const bool fits = static_cast<std::size_t>(size) <= text.size();
+        text.resize(static_cast<std::size_t>(size));
+        if (fits)
+            return text;
+    }
 }
 
 std::string describe(const llama_model *model)

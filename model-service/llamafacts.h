@@ -3,12 +3,13 @@
 
 #pragma once
 
-#include "core/sampling.h"
+#include "core/engine.h"
 
 #include <llama.h>
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace lumora::service {
@@ -20,8 +21,10 @@ void receiveLog();
 /// libllama complains about an evaluation that was aborted, which is nothing to complain about.
 void muteLog(bool muted);
 
-/// Why the file that was loaded last did not load, as half a sentence, from what libllama said about it.
-std::string reasonOfLastError(const std::string &architecture);
+void forgetErrors();
+
+/// Why a file did not load, as half a sentence, from what libllama has complained about since errors were forgotten.
+std::string reasonOfErrors(const std::string &architecture);
 
 /// Half a sentence where a model that loads is not one that holds a conversation.
 std::optional<std::string> reasonNotToConverse(const llama_model *model);
@@ -31,6 +34,10 @@ std::optional<std::string> reasonNotToConverse(const llama_model *model);
 std::int64_t contextBytesPerToken(const llama_model *model, std::int64_t batchSize);
 
 SamplingDefaults samplingDefaultsOf(const llama_model *model);
+
+/// The messages as the template in the model's file lays them out. Nothing where there is none, or one that is not
+/// known.
+std::optional<std::string> applyTemplateOf(const llama_model *model, std::span<const ChatMessage> messages);
 
 /// For the log: architecture, size and quantisation.
 std::string describe(const llama_model *model);

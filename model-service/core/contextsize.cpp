@@ -27,4 +27,13 @@ std::optional<std::int64_t> chooseContextSize(const ContextNeeds &needs)
     return bounded < std::min(wanted, smallestContext) ? std::nullopt : std::optional(bounded);
 }
 
+std::optional<Attempt> nextAttempt(const Attempt &failed)
+{
+    if (failed.usesGraphics)
+        return Attempt{false, failed.contextSize};
+    if (failed.contextSize <= smallestContext)
+        return std::nullopt;
+    return Attempt{false, std::max(failed.contextSize / 2, smallestContext)};
+}
+
 } // namespace lumora::service

@@ -23,4 +23,17 @@ constexpr std::int64_t smallestContext = 512;
 /// rest of the machine goes on. Nothing where memory, and not the file or the request, forces it below smallestContext.
 std::optional<std::int64_t> chooseContextSize(const ContextNeeds &needs);
 
+/// How a model is tried to be run.
+struct Attempt
+{
+    bool usesGraphics = false;
+    std::int64_t contextSize = 0; ///< tokens
+
+    bool operator==(const Attempt &) const = default;
+};
+
+/// What to try once an attempt has found too little memory: the same without the graphics card, and then half of the
+/// context, as long as that is of use. Nothing where all was tried.
+std::optional<Attempt> nextAttempt(const Attempt &failed);
+
 } // namespace lumora::service

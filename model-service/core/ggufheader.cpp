@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -168,6 +169,8 @@ void readEntry(FileCursor &file, GgufHeader &header)
         header.architecture = file.text(largestText);
     else if (key == "split.count" && kind == sixteenBits)
         header.splitCount = file.number<std::uint16_t>();
+    else if (key == "split.no" && kind == sixteenBits)
+        header.splitNumber = file.number<std::uint16_t>();
     else
         skipValue(file, kind);
 }
@@ -206,6 +209,29 @@ GgufHeader readHeader(FileCursor &file)
     return header;
 }
 
+/// What the engine expects at the end of a part's name. number: from 0.
+std::string partEnding(std::uint64_t number, std::uint64_t count)
+{
+    std::array<char, 64> ending{};
+    std::snprintf(ending.data(), ending.size(), "-%05llu-of-%05llu.gguf", static_cast<unsigned long long>(number + 1),
+                  static_cast<unsigned long long>(count));
+    return ending.data();
+}
+
+void requireLanguageModel(const GgufHeader &header, const std::string &path)
+{
+    if (header.splitNumber > 0)
+        throw badFile(path, "it is one part of a model that is split into several files, and not the first");
+    if (header.splitCount > 1 && !path.ends_with(partEnding(0, header.splitCount)))
+        throw badFile(path, "it is the first part of a split model, whose name must end with “" +
+                                partEnding(0, header.splitCount) + "”");
+    if (header.architecture == "clip")
+        throw badFile(path, "it is the image part of another model");
+    // The first part of a split model may leave all tensors to the others.
+    if (header.architecture.empty() || (header.tensorCount == 0 && header.splitCount <= 1))
+        throw badFile(path, "it holds no language model");
+}
+
 } // namespace
 
 GgufHeader readGgufHeader(const std::string &path)
@@ -218,14 +244,15 @@ GgufHeader readGgufHeader(const std::string &path)
     }
 }
 
-void requireLanguageModel(const GgufHeader &header, const std::string &path)
+GgufHeader readModelHeader(const std::string &path)
 {
-    if (header.splitCount > 1)
-        throw badFile(path, "it is one part of a model that is split into several files");
-    if (header.architecture == "clip")
-        throw badFile(path, "it is the image part of another model");
-    if (header.architecture.empty() || header.tensorCount == 0)
-        throw badFile(path, "it holds no language model");
+    GgufHeader header = readGgufHeader(path);
+    requireLanguageModel(header, path);
+    for (std::uint64_t number = 1; number < header.splitCount; ++number) {
+        const std::string beginning = path.substr(0, path.size() - partEnding(0, header.splitCount).size());
+        header.fileSize += readGgufHeader(beginning + partEnding(number, header.splitCount)).fileSize;
+    }
+    return header;
 }
 
 } // namespace lumora::service

@@ -12,6 +12,7 @@
 #include <sched.h>
 #include <set>
 #include <sstream>
+#include <string_view>
 
 namespace lumora::service {
 
@@ -35,18 +36,25 @@ std::optional<std::int64_t> number(const std::optional<std::string> &text)
     return value;
 }
 
-std::int64_t kernelsEstimate(const std::string &root)
+/// The number behind a name in a file that has one such pair on each line.
+std::optional<std::int64_t> numberOf(std::string_view name, const std::string &path)
 {
-    std::ifstream file(root + "/proc/meminfo");
+    std::ifstream file(path);
     std::string line;
     while (std::getline(file, line)) {
         std::istringstream words(line);
-        std::string name;
-        std::int64_t kibibytes = 0;
-        if (words >> name >> kibibytes && name == "MemAvailable:")
-            return kibibytes * 1024;
+        std::string first;
+        std::int64_t value = 0;
+        if (words >> first >> value && first == name)
+            return value;
     }
-    return unlimited;
+    return std::nullopt;
+}
+
+std::int64_t kernelsEstimate(const std::string &root)
+{
+    const auto kibibytes = numberOf("MemAvailable:", root + "/proc/meminfo");
+    return kibibytes ? *kibibytes * 1024 : unlimited;
 }
 
 /// The path of this process's group, such as /user.slice/app.scope, in the one hierarchy that newer systems have.
@@ -60,18 +68,25 @@ std::string groupPath(const std::string &root)
     return {};
 }
 
-/// What the group and every group around it leave.
+/// What one group leaves. What it has read from files and not used lately is given back where memory is wanted.
+std::int64_t leftIn(const std::string &folder)
+{
+    const auto limit = number(firstLine(folder + "/memory.max"));
+    const auto used = number(firstLine(folder + "/memory.current"));
+    if (!limit || !used)
+        return unlimited;
+    const std::int64_t kept = *used - numberOf("inactive_file", folder + "/memory.stat").value_or(0);
+    return std::max<std::int64_t>(*limit - std::max<std::int64_t>(kept, 0), 0);
+}
+
+/// What the group and every group around it leave. Inside a container, the outermost one has a limit, too.
 std::int64_t groupLimit(const std::string &root)
 {
+    const std::string groups = root + "/sys/fs/cgroup";
     std::int64_t left = unlimited;
-    for (std::filesystem::path path = groupPath(root); path.has_relative_path(); path = path.parent_path()) {
-        const std::string folder = root + "/sys/fs/cgroup" + path.string();
-        const auto limit = number(firstLine(folder + "/memory.max"));
-        const auto used = number(firstLine(folder + "/memory.current"));
-        if (limit && used)
-            left = std::min(left, std::max<std::int64_t>(*limit - *used, 0));
-    }
-    return left;
+    for (std::filesystem::path path = groupPath(root); path.has_relative_path(); path = path.parent_path())
+        left = std::min(left, leftIn(groups + path.string()));
+    return std::min(left, leftIn(groups));
 }
 
 } // namespace

@@ -32,7 +32,18 @@ Service::Service(Engine &engine, Inbox &inbox, Send send, std::function<void(con
 void Service::run()
 {
     for (auto job = m_inbox.next(); job; job = m_inbox.next())
-        m_send(answer(*job));
+        deliver(answer(*job));
+}
+
+// A message that cannot be sent must not end the process, or nobody would be told.
+void Service::deliver(const wire::Answer &answer)
+{
+    try {
+        m_send(answer);
+    } catch (const std::exception &error) {
+        const auto id = std::visit([](const auto &message) { return message.id; }, answer);
+        m_send(failed(id, internalFailure(error.what())));
+    }
 }
 
 wire::Answer Service::answer(const Job &job)

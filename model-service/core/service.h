@@ -26,6 +26,7 @@ public:
     void run();
 
 private:
+    void deliver(const wire::Answer &answer);
     wire::Answer answer(const Job &job);
     wire::Answer work(const wire::Load &load, const std::stop_token &stop);
     wire::Answer work(const wire::Count &count, const std::stop_token &stop);

@@ -70,6 +70,17 @@ std::string validUtf8(std::string_view bytes)
     return text;
 }
 
+std::string firstCharacters(std::string_view bytes, std::size_t count)
+{
+    std::string text = validUtf8(bytes);
+    std::size_t end = 0;
+    for (; end < text.size() && (count > 0 || isContinuation(text[end])); ++end)
+        if (!isContinuation(text[end]))
+            --count;
+    text.resize(end);
+    return text;
+}
+
 std::string_view prefixOfCharacters(std::string_view text, std::size_t bytes)
 {
     if (bytes >= text.size())

@@ -31,6 +31,9 @@ private:
 
 std::string validUtf8(std::string_view bytes);
 
+/// At most this many characters from the start, as valid UTF-8.
+std::string firstCharacters(std::string_view bytes, std::size_t count);
+
 /// The longest part from the start that has at most this many bytes and ends between two characters.
 std::string_view prefixOfCharacters(std::string_view text, std::size_t bytes);
 

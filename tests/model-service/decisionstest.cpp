@@ -26,6 +26,7 @@ class DecisionsTest : public QObject
 private Q_SLOTS:
     void choosesAContext_data();
     void choosesAContext();
+    void triesLess();
     void readsTheMachine();
     void settlesSampling_data();
     void settlesSampling();
@@ -65,6 +66,15 @@ void DecisionsTest::choosesAContext()
     QVERIFY(chooseContextSize(needs).has_value());
 }
 
+void DecisionsTest::triesLess()
+{
+    std::vector<Attempt> attempts;
+    for (std::optional<Attempt> next = Attempt{true, 1536}; next; next = nextAttempt(*next))
+        attempts.push_back(*next);
+    QVERIFY(attempts == (std::vector<Attempt>{{true, 1536}, {false, 1536}, {false, 768}, {false, 512}}));
+    QVERIFY(!nextAttempt({false, 100})); // small by request
+}
+
 void DecisionsTest::readsTheMachine()
 {
     QTemporaryDir root;
@@ -84,6 +94,13 @@ void DecisionsTest::readsTheMachine()
     write("sys/fs/cgroup/a/memory.max", "1000\n");
     write("sys/fs/cgroup/a/memory.current", "900\n");
     QCOMPARE(availableMemory(folder), 100);
+    write("sys/fs/cgroup/a/memory.stat", "anon 300\ninactive_file 50\nactive_file 500\n");
+    QCOMPARE(availableMemory(folder), 150);
+    write("proc/self/cgroup", "0::/\n");
+    QCOMPARE(availableMemory(folder), 5000 * 1024);
+    write("sys/fs/cgroup/memory.max", "2000\n");
+    write("sys/fs/cgroup/memory.current", "800\n");
+    QCOMPARE(availableMemory(folder), 1200);
 
     const int threads = physicalCores(folder); // no topology: every processor is a core
     QVERIFY(threads >= 1);

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtEndian>
 
 #include <sys/stat.h>
 
@@ -64,12 +65,37 @@ QByteArray tinyBytes()
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QString write(const QTemporaryDir &folder, const QByteArray &bytes)
+QString write(const QTemporaryDir &folder, const QByteArray &bytes, const QString &name = u"model.gguf"_s)
 {
-    QFile file(folder.filePath(u"model.gguf"_s));
+    QFile file(folder.filePath(name));
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         throw std::runtime_error("the test's file cannot be written");
     return file.fileName();
+}
+
+/// The tiny model in two files, of which the first holds no tensors. The first one's path.
+QString writeSplit(const QTemporaryDir &folder)
+{
+    const auto number = [](auto value) {
+        return QByteArray(reinterpret_cast<const char *>(&value), qsizetype(sizeof value));
+    };
+    const auto text = [&](const QByteArray &characters) { return number(quint64(characters.size())) + characters; };
+    const QByteArray whole = tinyBytes();
+    const qsizetype tensors = whole.indexOf("blk.0.") - 8; // where their entries begin
+    const auto tensorCount = qFromLittleEndian<quint64>(whole.constData() + 8);
+    const auto entryCount = qFromLittleEndian<quint64>(whole.constData() + 16);
+    const auto partEntries = [&](quint16 part) {
+        return text("split.no") + number(quint32(2)) + number(part) + text("split.count") + number(quint32(2)) +
+               number(quint16(2)) + text("split.tensors.count") + number(quint32(5)) + number(qint32(tensorCount));
+    };
+    QByteArray second = whole.left(8) + number(tensorCount) + number(quint64(4)) + partEntries(1);
+    second += text("padding") + number(quint32(8));
+    second += text(QByteArray((tensors - second.size() - 8) % 32, ' ')); // so that the rest is as well aligned
+    write(folder, second + whole.mid(tensors), u"model-00002-of-00002.gguf"_s);
+    return write(folder,
+                 whole.left(8) + number(quint64(0)) + number(entryCount + 3) + whole.mid(24, tensors - 24) +
+                     partEntries(0) + QByteArray(32, '\0'),
+                 u"model-00001-of-00002.gguf"_s);
 }
 
 } // namespace
@@ -80,6 +106,7 @@ class EngineTest : public QObject
 
 private Q_SLOTS:
     void loadsAndCounts();
+    void loadsASplitModel();
     void streamsWholeCharacters();
     void repliesStopAtTheirLimit();
     void structuredAnswersAlwaysParse();
@@ -92,6 +119,8 @@ private Q_SLOTS:
     void promptsThatDoNotFit();
     void refusesFiles_data();
     void refusesFiles();
+    void namesAnUnknownKind_data();
+    void namesAnUnknownKind();
     void survivesDamagedFiles();
     void endsWithoutABackend();
     void endsWithItsInput_data();
@@ -109,6 +138,18 @@ void EngineTest::loadsAndCounts()
     // Marks of the template are counted as what they are in a text: characters.
     QVERIFY(as<Counted>(service.ask(Count{1, "<|im_end|>"})).tokens > 5);
     QCOMPARE(as<Loaded>(service.load(tiny(), 700)).contextSize, 700);
+}
+
+void EngineTest::loadsASplitModel()
+{
+    const QTemporaryDir folder;
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny()));
+    as<Finished>(service.ask(question("Hello")));
+    const std::string text = service.text;
+    as<Loaded>(service.load(writeSplit(folder)));
+    as<Finished>(service.ask(question("Hello")));
+    QCOMPARE(service.text, text);
 }
 
 void EngineTest::streamsWholeCharacters()
@@ -240,7 +281,8 @@ void EngineTest::stopsInMidReply()
             service.send(Cancel{2});
     };
     QCOMPARE(failure(service.ask(question("Tell me more."))), ErrorCode::cancelled);
-    QVERIFY(pieces >= 3);
+    // Without a stop there would be hundreds; how many are on their way depends on how busy the machine is.
+    QVERIFY2(pieces >= 3 && pieces < 40, qPrintable(QString::number(pieces)));
     service.onText = nullptr;
     const auto after = as<Finished>(service.ask(limited));
     QCOMPARE(service.text, text);
@@ -297,7 +339,6 @@ void EngineTest::refusesFiles_data()
     QTest::newRow("head only") << whole.left(20000);
     QTest::newRow("cut in half") << whole.left(whole.size() / 2);
     QTest::newRow("last bytes missing") << whole.left(whole.size() - 100);
-    QTest::newRow("unknown architecture") << QByteArray(whole).replace("llama", "llxma");
     QTest::newRow("no vocabulary") << QByteArray(whole).replace("tokenizer.ggml.tokens", "tokenizer.ggml.tokxns");
     QTest::newRow("missing tensor") << QByteArray(whole).replace("blk.1.ffn_up", "blk.1.ffn_xx");
     QTest::newRow("no layers") << QByteArray(whole).replace("llama.block_count", "llama.block_xount");
@@ -315,6 +356,25 @@ void EngineTest::refusesFiles()
     QCOMPARE(failure(service.ask(Count{1, "x"})), ErrorCode::notLoaded); // the earlier one is gone
     as<Loaded>(service.load(tiny()));
     as<Finished>(service.ask(question("Hello")));
+}
+
+void EngineTest::namesAnUnknownKind_data()
+{
+    QTest::addColumn<QByteArray>("kind");
+    QTest::addColumn<QByteArray>("named");
+    QTest::newRow("unknown") << QByteArray("llxma") << QByteArray("“llxma”");
+    QTest::newRow("not UTF-8") << QByteArray("ll\xFFma") << QByteArray("“ll\uFFFDma”");
+}
+
+void EngineTest::namesAnUnknownKind()
+{
+    QFETCH(QByteArray, kind);
+    QFETCH(QByteArray, named);
+    const QTemporaryDir folder;
+    ServiceProcess service(program);
+    const auto failed = as<Failed>(service.load(write(folder, tinyBytes().replace("llama", kind))));
+    QCOMPARE(failed.code, ErrorCode::badFile);
+    QVERIFY2(failed.message.find(named.toStdString() + " are not known") != std::string::npos, failed.message.c_str());
 }
 
 void EngineTest::survivesDamagedFiles()

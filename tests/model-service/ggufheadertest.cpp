@@ -69,6 +69,15 @@ QByteArray modelBytes()
     return writer.bytes() + QByteArray(64, '\0');
 }
 
+QByteArray partBytes(std::uint16_t number, std::uint16_t count)
+{
+    Writer writer;
+    writer.head(1, 3).entry("general.architecture", "llama");
+    writer.text("split.no").number(std::uint32_t(2)).number(number);
+    writer.text("split.count").number(std::uint32_t(2)).number(count);
+    return writer.tensor("a", 0).bytes();
+}
+
 } // namespace
 
 class GgufHeaderTest : public QObject
@@ -81,12 +90,13 @@ private Q_SLOTS:
     void everyChangedByteIsSurvived();
     void refuses_data();
     void refuses();
+    void readsAllPartsOfASplitModel();
     void doesNotWaitOnAPipe();
 
 private:
-    std::string write(const QByteArray &bytes)
+    std::string write(const QByteArray &bytes, const QString &name = QStringLiteral("model.gguf"))
     {
-        QFile file(m_folder.filePath(QStringLiteral("model.gguf")));
+        QFile file(m_folder.filePath(name));
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
             throw std::runtime_error("the test's file cannot be written");
         return file.fileName().toStdString();
@@ -94,10 +104,9 @@ private:
     static bool isRefused(const std::string &path)
     {
         try {
-            requireLanguageModel(readGgufHeader(path), path);
+            readModelHeader(path);
         } catch (const Failure &failure) {
-            return failure.code() == wire::ErrorCode::badFile &&
-                   failure.message().find("model.gguf") != std::string::npos;
+            return failure.code() == wire::ErrorCode::badFile && failure.message().find("model") != std::string::npos;
         }
         return false;
     }
@@ -108,12 +117,11 @@ private:
 void GgufHeaderTest::readsWhatItNeeds()
 {
     const std::string path = write(modelBytes());
-    const GgufHeader header = readGgufHeader(path);
+    const GgufHeader header = readModelHeader(path);
     QCOMPARE(header.architecture, std::string("llama"));
     QCOMPARE(header.splitCount, 1U);
     QCOMPARE(header.tensorCount, 2U);
     QCOMPARE(header.fileSize, modelBytes().size());
-    requireLanguageModel(header, path);
 }
 
 void GgufHeaderTest::everyCutIsNoticed()
@@ -164,19 +172,27 @@ void GgufHeaderTest::refuses_data()
     row("no architecture", Writer().head(1, 0).tensor("a", 0));
     row("no tensors", Writer().head(0, 1).entry("general.architecture", "llama"));
     row("image part", Writer().head(1, 1).entry("general.architecture", "clip").tensor("a", 0));
-    row("split", Writer()
-                     .head(1, 2)
-                     .entry("general.architecture", "llama")
-                     .text("split.count")
-                     .number(std::uint32_t(2))
-                     .number(std::uint16_t(3))
-                     .tensor("a", 0));
+    QTest::newRow("split, but not named so") << partBytes(0, 3);
+    QTest::newRow("second part") << partBytes(1, 3);
 }
 
 void GgufHeaderTest::refuses()
 {
     QFETCH(QByteArray, bytes);
     QVERIFY(isRefused(write(bytes)));
+}
+
+void GgufHeaderTest::readsAllPartsOfASplitModel()
+{
+    const QString pattern = QStringLiteral("model-0000%1-of-00003.gguf");
+    const std::string first = write(partBytes(0, 3), pattern.arg(1));
+    write(partBytes(1, 3) + QByteArray(1000, 'x'), pattern.arg(2));
+    QVERIFY(isRefused(first)); // the third is missing
+    const std::string third = write(partBytes(2, 3).chopped(1), pattern.arg(3));
+    QVERIFY(isRefused(first)); // the third is cut off
+    write(partBytes(2, 3), pattern.arg(3));
+    QCOMPARE(readModelHeader(first).fileSize, 3 * partBytes(0, 3).size() + 1000);
+    QVERIFY(isRefused(third));
 }
 
 void GgufHeaderTest::doesNotWaitOnAPipe()

@@ -165,6 +165,10 @@ void ReplyReaderTest::prefixesEndBetweenCharacters()
     const std::vector<std::size_t> sizes = {0, 1, 1, 3, 3, 3, 3, 7, 8, 8};
     for (std::size_t bytes = 0; bytes < sizes.size(); ++bytes)
         QCOMPARE(prefixOfCharacters(text, bytes).size(), sizes[bytes]);
+    QCOMPARE(firstCharacters(text, 3), std::string("aé👋"));
+    QCOMPARE(firstCharacters("a\xFF\xFFz", 2), std::string("a\uFFFD"));
+    QCOMPARE(firstCharacters(text, 9), std::string(text));
+    QCOMPARE(firstCharacters(text, 0), std::string());
 }
 
 QTEST_GUILESS_MAIN(ReplyReaderTest)

@@ -122,6 +122,7 @@ private Q_SLOTS:
     void answersInOrder();
     void needsAModel();
     void goesOnAfterFailures();
+    void tellsWhatCannotBeSent();
     void tellsWhatACrashOfALoadMeans();
     void cancelsAQueuedRequest();
     void cancelsWhileEvaluating();
@@ -159,6 +160,17 @@ void ServiceTest::goesOnAfterFailures()
     service.engine.say({"Hello."});
     QCOMPARE(answersTo(service, {wire::Load{1, "m.throws", std::nullopt}, broken, question(3)}),
              (std::vector<std::string>{"1 internal", "2 internal", "3 text Hello.", "3 finished"}));
+}
+
+void ServiceTest::tellsWhatCannotBeSent()
+{
+    RunningService service;
+    service.onAnswer = [](const wire::Answer &answer) {
+        if (std::holds_alternative<wire::Counted>(answer) && nameOf(answer).starts_with("1 "))
+            throw std::runtime_error("it cannot be encoded");
+    };
+    QCOMPARE(answersTo(service, {wire::Count{1, "a"}, wire::Count{2, "a"}}),
+             (std::vector<std::string>{"1 counted 1", "1 internal", "2 counted 1"})); // the first was only tried
 }
 
 void ServiceTest::tellsWhatACrashOfALoadMeans()
