@@ -130,15 +130,21 @@ void LocalModelService::look()
     if (m_requests.isAnySent() || (m_process && file == m_file))
         return;
     if (!file) {
-        enter(State::noFile, problems::noFile(m_settings.modelFolder));
+        enter(State::noFile, noFileProblem());
     } else if (isSettled(*file, lookBefore, m_settings.patience.untilSettled)) {
         if (mustLoad(*file))
             adopt(*file);
     } else if (canGoOnBeside(*file)) {
         m_nextLook.start();
     } else {
-        enter(State::growing, problems::growing(file->path));
+        enter(State::growing, file->isWhole ? problems::growing(file->path) : problems::partMissing(file->path));
     }
+}
+
+QString LocalModelService::noFileProblem() const
+{
+    const auto unreadable = unreadableModelFile(m_settings.modelFolder, m_settings.builtInModels);
+    return unreadable ? problems::unreadable(*unreadable) : problems::noFile(m_settings.modelFolder);
 }
 
 // A file that is written over takes the model with it that was loaded from it.

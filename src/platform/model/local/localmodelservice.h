@@ -74,6 +74,7 @@ private:
     };
 
     void look();
+    QString noFileProblem() const;
     bool canGoOnBeside(const ModelFile &file) const;
     bool mustLoad(const ModelFile &file) const;
     void adopt(const ModelFile &file);

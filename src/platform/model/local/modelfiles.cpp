@@ -10,43 +10,70 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
+#include <utility>
 
 namespace lumora {
 
 namespace {
 
+constexpr int mostParts = 1000; // a name that says more is just a name
+
+struct Part
+{
+    QString stem;
+    int number = 1;
+    QString count; // as the name has it
+};
+
 // As llama.cpp's gguf-split names the parts: NAME-00001-of-00003.gguf
-const QRegularExpression &partPattern()
+std::optional<Part> partOf(const QString &fileName)
 {
     static const QRegularExpression pattern(QStringLiteral(R"(^(.*)-(\d{5})-of-(\d{5})\.gguf$)"),
                                             QRegularExpression::CaseInsensitiveOption);
-    return pattern;
+    const auto match = pattern.match(fileName);
+    if (!match.hasMatch() || match.capturedView(3).toInt() > mostParts)
+        return std::nullopt;
+    return Part{match.captured(1), match.capturedView(2).toInt(), match.captured(3)};
 }
 
 bool isOnItsOwn(const QString &fileName)
 {
     if (fileName.startsWith(QLatin1String("mmproj-"), Qt::CaseInsensitive))
         return false;
-    const auto match = partPattern().match(fileName);
-    return !match.hasMatch() || match.capturedView(2).toInt() == 1;
+    const auto part = partOf(fileName);
+    return !part || part->number == 1;
+}
+
+void add(const QString &path, ModelFile &file)
+{
+    struct stat facts
+    {
+    };
+    if (::stat(QFile::encodeName(path).constData(), &facts) != 0) {
+        file.isWhole = false;
+        return;
+    }
+    const auto nanoseconds = [](const timespec &time) { return qint64{time.tv_sec} * 1'000'000'000 + time.tv_nsec; };
+    file.size += facts.st_size;
+    file.modified = std::max(file.modified, nanoseconds(facts.st_mtim) / 1'000'000);
+    file.touched = std::max(file.touched, nanoseconds(facts.st_ctim));
+    file.identity = file.identity * 31 + facts.st_ino;
 }
 
 ModelFile look(const QFileInfo &info)
 {
-    ModelFile file{info.absoluteFilePath(), info.size(), info.lastModified().toMSecsSinceEpoch()};
-    const auto match = partPattern().match(info.fileName());
-    const int parts = match.hasMatch() ? match.capturedView(3).toInt() : 1;
+    ModelFile file{info.absoluteFilePath()};
+    add(file.path, file);
+    const auto first = partOf(info.fileName());
+    const int parts = first ? first->count.toInt() : 1;
     for (int part = 2; part <= parts; ++part) {
         const QString name =
             QStringLiteral("%1-%2-of-%3.gguf")
-                .arg(match.captured(1), QString::number(part).rightJustified(5, QLatin1Char('0')), match.captured(3));
-        const QFileInfo partInfo(info.dir(), name);
-        if (!partInfo.exists())
-            continue;
-        file.size += partInfo.size();
-        file.modified = std::max(file.modified, partInfo.lastModified().toMSecsSinceEpoch());
+                .arg(first->stem, QString::number(part).rightJustified(5, QLatin1Char('0')), first->count);
+        add(info.dir().filePath(name), file);
     }
     return file;
 }
@@ -86,8 +113,26 @@ std::optional<ModelFile> chooseModelFile(const std::optional<QString> &folder, c
     return std::nullopt;
 }
 
+std::optional<QString> unreadableModelFile(const std::optional<QString> &folder, const QStringList &builtInPaths)
+{
+    QFileInfoList files;
+    // A link to nowhere is a system file.
+    if (folder)
+        files = QDir(*folder).entryInfoList({QStringLiteral("*.gguf")}, QDir::Files | QDir::System);
+    for (const QString &path : builtInPaths)
+        files.append(QFileInfo(path));
+    for (const QFileInfo &info : std::as_const(files)) {
+        const bool isThere = info.isSymLink() || info.isFile();
+        if (isThere && !info.isReadable() && isOnItsOwn(info.fileName()))
+            return info.absoluteFilePath();
+    }
+    return std::nullopt;
+}
+
 bool isSettled(const ModelFile &file, const std::optional<ModelFile> &lookBefore, std::chrono::milliseconds moments)
 {
+    if (!file.isWhole)
+        return false;
     if (lookBefore && lookBefore->path == file.path && *lookBefore != file)
         return false;
     const qint64 age = QDateTime::currentMSecsSinceEpoch() - file.modified;

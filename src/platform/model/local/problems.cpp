@@ -25,9 +25,22 @@ QString noFile(const std::optional<QString> &folder)
         .arg(QDir::toNativeSeparators(*folder));
 }
 
+QString unreadable(const QString &path)
+{
+    return QStringLiteral("The model file %1 cannot be read. Allow reading it, or replace it.").arg(nameOf(path));
+}
+
 QString growing(const QString &path)
 {
     return QStringLiteral("The model file %1 is still being written. Wait until it is complete.").arg(nameOf(path));
+}
+
+QString partMissing(const QString &path)
+{
+    return QStringLiteral(
+               "The model file %1 is one of several parts, and not all of them are there. Add the others, or "
+               "wait until they are complete.")
+        .arg(nameOf(path));
 }
 
 QString noModel(const QString &path)

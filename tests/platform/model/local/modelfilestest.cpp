@@ -42,6 +42,8 @@ private Q_SLOTS:
     void filesThatCannotBeReadArePassedOver();
     void builtInModelIsTheLastResort();
     void splitModelChangesWithAnyPart();
+    void exchangedFileIsNoticed();
+    void unreadableFileIsNamed();
     void fileSettles_data();
     void fileSettles();
     void magicIsLookedAt_data();
@@ -69,6 +71,8 @@ void ModelFilesTest::newestModelIsChosen_data()
         << QList<TestFile>{{u"a-00001-of-00002.gguf"_s, 50}, {u"a-00002-of-00002.gguf"_s, 10}, {u"b.gguf"_s, 30}}
         << u"a-00001-of-00002.gguf"_s;
     QTest::newRow("later part alone") << QList<TestFile>{{u"a-00002-of-00002.gguf"_s, 10}} << QString();
+    QTest::newRow("more parts than a model has")
+        << QList<TestFile>{{u"a-00002-of-99999.gguf"_s, 10}} << u"a-00002-of-99999.gguf"_s;
     QTest::newRow("like a part") << QList<TestFile>{{u"a-2-of-3.gguf"_s, 10}} << u"a-2-of-3.gguf"_s;
 }
 
@@ -120,12 +124,54 @@ void ModelFilesTest::splitModelChangesWithAnyPart()
     write(folder, {u"a-00002-of-00003.gguf"_s, 40, 20});
     const auto incomplete = chooseModelFile(folder.path(), {});
     QCOMPARE(incomplete->size, 30);
+    QVERIFY(!isSettled(*incomplete, {}, 1s));
     write(folder, {u"a-00003-of-00003.gguf"_s, 45, 30});
     const auto complete = chooseModelFile(folder.path(), {});
     QCOMPARE(complete->size, 60);
+    QVERIFY(isSettled(*complete, {}, 1s));
     QCOMPARE(complete->modified, incomplete->modified);
     write(folder, {u"a-00002-of-00003.gguf"_s, 5, 20});
     QVERIFY(chooseModelFile(folder.path(), {})->modified > complete->modified);
+}
+
+void ModelFilesTest::exchangedFileIsNoticed()
+{
+    const QTemporaryDir folder;
+    const QString path = write(folder, {u"a.gguf"_s, 50});
+    write(folder, {u"b"_s});
+    const auto setTime = [](const QString &name) {
+        QFile file(name);
+        return file.open(QIODevice::ReadWrite) &&
+               file.setFileTime(QDateTime::fromSecsSinceEpoch(1000000), QFileDevice::FileModificationTime);
+    };
+    QVERIFY(setTime(path) && setTime(folder.filePath(u"b"_s)));
+    const auto before = chooseModelFile(folder.path(), {});
+    QVERIFY(chooseModelFile(folder.path(), {}) == before);
+
+    QVERIFY(QFile::remove(path) && QFile::rename(folder.filePath(u"b"_s), path));
+    const auto exchanged = chooseModelFile(folder.path(), {});
+    QCOMPARE(exchanged->modified, before->modified);
+    QVERIFY(exchanged->identity != before->identity);
+
+    // Written over in place, and its time set back.
+    QTest::qWait(50);
+    write(folder, {u"a.gguf"_s});
+    QVERIFY(setTime(path));
+    const auto rewritten = chooseModelFile(folder.path(), {});
+    QCOMPARE(rewritten->modified, before->modified);
+    QCOMPARE(rewritten->identity, exchanged->identity);
+    QVERIFY(rewritten->touched > exchanged->touched);
+}
+
+void ModelFilesTest::unreadableFileIsNamed()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"gone.gguf"_s);
+    QVERIFY(!unreadableModelFile(folder.path(), {path}));
+    QVERIFY(!unreadableModelFile(folder.filePath(u"missing"_s), {}));
+    QVERIFY(QFile::link(folder.filePath(u"nowhere"_s), path));
+    QCOMPARE(unreadableModelFile(folder.path(), {}), path);
+    QCOMPARE(unreadableModelFile(std::nullopt, {path}), path);
 }
 
 void ModelFilesTest::fileSettles_data()
