@@ -16,6 +16,7 @@ llama_tools() {
         fi
     done
     say "Fetching the engine's own benchmark, once, into $(libllama_cache)"
+    # shellcheck disable=SC2154 # set by libllama.sh
     libllama_fetch libllama_works "${libllama_packages[@]}" llama.cpp-tools
 }
 
@@ -28,13 +29,14 @@ run_benchmark() {
 
 # measure_replies RESULTS PREFIX TOOLS: a chat through the program, and llama-bench with the same file, threads and length.
 measure_replies() {
-    local libraries model
+    local libraries loader model
     model=$PWD/$bench_build/bench.gguf
     [ -f "$model" ] || "$bench_build/bin/lumora-tiny-model" "$model" --size bench
     "$bench_build/bench/bench_reply" "$PWD/$bench_build/bin/lumora-model" "$model" >"$1/reply.json"
     libraries=$(dirname "$(compgen -G "$3/usr/lib/*/libllama.so.0")")
+    loader=$(compgen -G "$libraries/ld-linux*.so.*")
     # It looks for the processor's backends in the folder in which it is started.
-    (cd "$libraries"/ggml/backends* && "$libraries"/ld-linux*.so.* --library-path "$libraries:$libraries/llama" \
+    (cd "$libraries"/ggml/backends* && "$loader" --library-path "$libraries:$libraries/llama" \
         "$3/usr/bin/llama-bench" -m "$model" -p 0 -n 128 -r 5 -t "$(physical_cores)" -o json) >"$1/llama.json" 2>/dev/null ||
         fail "llama-bench failed."
 }
