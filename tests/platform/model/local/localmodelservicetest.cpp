@@ -256,9 +256,9 @@ void LocalModelServiceTest::longToolOutputIsCutBetweenCharacters()
     const TestReply reply(*m_service, u"tool"_s, request);
     QTRY_COMPARE(reply.calls.size(), 1);
     // A mebibyte ends inside a character.
-    reply->answerToolCall(u"call 1"_s, u"€"_s.repeated(1024 * 1024));
+    reply->answerToolCall(u"call 1"_s, u"€"_s.repeated(qsizetype{1024} * 1024));
     QTRY_VERIFY(reply.hasEnded());
-    QCOMPARE(reply.text, u"So far Asking: call 1 gave "_s + u"€"_s.repeated(1024 * 1024 / 3));
+    QCOMPARE(reply.text, u"So far Asking: call 1 gave "_s + u"€"_s.repeated(qsizetype{1024} * 1024 / 3));
 }
 
 void LocalModelServiceTest::serviceGetsHarmlessSurroundings()
