@@ -20,21 +20,21 @@ MainWindow::MainWindow(ChatStore *store)
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/org/lumora/ui/Main.qml")));
 }
 
-bool MainWindow::isShown() const
+QQuickWindow *MainWindow::window() const
 {
-    return !m_engine.rootObjects().isEmpty();
+    const QObjectList roots = m_engine.rootObjects();
+    return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
 }
 
 void MainWindow::raise()
 {
-    const QObjectList roots = m_engine.rootObjects();
-    auto *window = roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
-    if (!window)
+    QQuickWindow *shown = window();
+    if (!shown)
         return;
-    window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
-    window->show();
-    window->raise();
-    window->requestActivate();
+    shown->setWindowStates(shown->windowStates() & ~Qt::WindowMinimized);
+    shown->show();
+    shown->raise();
+    shown->requestActivate();
 }
 
 } // namespace lumora

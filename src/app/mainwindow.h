@@ -7,6 +7,8 @@
 
 #include <QQmlApplicationEngine>
 
+class QQuickWindow;
+
 namespace lumora {
 
 class ChatStore;
@@ -18,8 +20,8 @@ public:
     /// Shows the window. store must outlive it.
     explicit MainWindow(ChatStore *store);
 
-    /// Whether there is a window. A false is a fault of the build, and has been logged.
-    bool isShown() const;
+    /// Null where the views could not be loaded; that is a fault of the build, and has been logged.
+    QQuickWindow *window() const;
 
     /// Brings the window to the front, out of the task bar as well.
     void raise();

@@ -28,7 +28,7 @@ int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString
 {
     ChatStore store(SystemLanguageModel(std::move(service)), applicationSupport);
     MainWindow window(&store);
-    if (!window.isShown())
+    if (!window.window())
         return EXIT_FAILURE;
     if (instance)
         QObject::connect(instance, &SingleInstance::raiseRequested, &store, [&window] { window.raise(); });

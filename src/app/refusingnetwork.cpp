@@ -22,6 +22,7 @@ public:
         setUrl(request.url());
         setError(OperationCanceledError, QStringLiteral("This program uses no network."));
         setFinished(true);
+        open(QIODevice::ReadOnly);
         QTimer::singleShot(0, this, [this] {
             Q_EMIT errorOccurred(OperationCanceledError);
             Q_EMIT finished();

@@ -32,6 +32,7 @@ SingleInstance::SingleInstance(const QString &folder, QObject *parent)
     : QObject(parent)
     , m_folder(folder)
     , m_lock(folder + QStringLiteral("/lock"))
+    , m_server(this)
 {
     // The lock of a running program never goes stale by its age; that of one that has died does.
     m_lock.setStaleLockTime(0);

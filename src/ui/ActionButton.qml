@@ -2,19 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 import QtQuick
-import QtQuick.Templates as T
 
 /// A button with a title and a symbol. A highlighted one is what the user most likely wants next.
-T.Button {
+BaseButton {
     id: button
 
     required property url symbol
 
     readonly property color ink: highlighted && enabled ? Theme.accentText : enabled ? Theme.text : Theme.tertiaryText
 
-    focusPolicy: Qt.TabFocus
     implicitHeight: 32
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     leftPadding: 14
     rightPadding: 14
 
@@ -29,6 +26,7 @@ T.Button {
         }
     }
     contentItem: SymbolLabel {
+        Accessible.ignored: true
         color: button.ink
         font.pixelSize: Theme.rowSize
         font.weight: Font.DemiBold

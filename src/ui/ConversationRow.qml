@@ -24,6 +24,8 @@ T.ItemDelegate {
     leftPadding: 18
     rightPadding: 18
 
+    Accessible.onPressAction: row.clicked()
+
     background: Item {
         Rectangle {
             anchors.fill: parent
@@ -40,6 +42,7 @@ T.ItemDelegate {
         }
     }
     contentItem: SymbolLabel {
+        Accessible.ignored: true
         font.pixelSize: Theme.rowSize
         spacing: 10
         symbol: Symbols.bubble

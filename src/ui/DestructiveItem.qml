@@ -8,16 +8,24 @@ import QtQuick.Templates as T
 T.MenuItem {
     id: item
 
+    Accessible.name: text
+    Accessible.role: Accessible.MenuItem
     implicitHeight: 28
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     leftPadding: 8
     rightPadding: 8
+
+    Accessible.onPressAction: {
+        item.triggered();
+        item.menu.dismiss();
+    }
 
     background: Rectangle {
         color: item.highlighted ? Theme.failureGround : "transparent"
         radius: 5
     }
     contentItem: PlainText {
+        Accessible.ignored: true
         color: Theme.failure
         font.pixelSize: Theme.rowSize
         text: item.text

@@ -27,6 +27,7 @@ T.ToolTip {
         radius: 6
     }
     contentItem: PlainText {
+        Accessible.ignored: true
         font.pixelSize: Theme.captionSize
         text: hint.text
         wrapMode: Text.Wrap

@@ -15,9 +15,9 @@ ScrollView {
         area.forceActiveFocus();
     }
     function handleReturn(event: var) {
-        if (event.modifiers & Qt.ShiftModifier)
+        event.accepted = !(event.modifiers & Qt.ShiftModifier);
+        if (!event.accepted)
             return;
-        event.accepted = true;
         if (area.inputMethodComposing)
             Qt.inputMethod.commit();
         else if (store.canSend)

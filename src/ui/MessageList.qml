@@ -15,10 +15,19 @@ ListView {
 
     /// The end stays in view until the user moves away from it.
     property bool isFollowing: false
+    property bool isPlacing: false
 
+    /// Goes by where the last message really ends; the list's own height is an estimate.
     function follow() {
-        if (isFollowing)
-            contentY = Math.max(originY - topMargin, originY + contentHeight + bottomMargin - height);
+        if (!isFollowing || isPlacing)
+            return;
+        isPlacing = true;
+        if (!itemAtIndex(count - 1))
+            positionViewAtEnd();
+        const last = itemAtIndex(count - 1);
+        if (last)
+            contentY = Math.max(originY - topMargin, last.y + last.height + bottomMargin - height);
+        isPlacing = false;
     }
 
     Accessible.name: qsTr("Messages")
@@ -40,14 +49,11 @@ ListView {
     onContentHeightChanged: follow()
     onHeightChanged: follow()
     onMovementStarted: isFollowing = false
-    onOriginYChanged: follow()
 
     Connections {
         function onEndChanged() {
             // What has just come on the screen is read from its start.
             list.isFollowing = list.visible;
-            if (list.isFollowing)
-                list.positionViewAtEnd();
             list.follow();
         }
 

@@ -5,7 +5,7 @@ import QtQuick
 import QtQuick.Templates as T
 
 /// One response mode. The chosen one is in the Tab order; Left and Right go on to the next.
-T.AbstractButton {
+T.RadioButton {
     id: segment
 
     required property int index
@@ -14,16 +14,14 @@ T.AbstractButton {
     /// The user asks for the segment so many steps to the right.
     signal moved(steps: int)
 
-    Accessible.checkable: true
-    Accessible.checked: checked
     Accessible.name: text
-    Accessible.role: Accessible.RadioButton
     Keys.onLeftPressed: moved(-1)
     Keys.onRightPressed: moved(1)
-    activeFocusOnTab: checked
-    focusPolicy: Qt.NoFocus
+    focusPolicy: checked || activeFocus ? Qt.TabFocus : Qt.NoFocus
     height: parent.height
     text: modelData
+
+    Accessible.onPressAction: segment.clicked()
 
     background: Rectangle {
         border.color: Theme.hairline
@@ -38,6 +36,7 @@ T.AbstractButton {
         }
     }
     contentItem: PlainText {
+        Accessible.ignored: true
         color: segment.checked ? Theme.text : Theme.secondaryText
         font.pixelSize: Theme.rowSize
         horizontalAlignment: Text.AlignHCenter

@@ -2,13 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 import QtQuick
-import QtQuick.Templates as T
 
-T.Button {
+BaseButton {
     id: button
 
     bottomPadding: 10
-    focusPolicy: Qt.TabFocus
     implicitHeight: 40
     leftPadding: 12
     rightPadding: 12
@@ -25,6 +23,7 @@ T.Button {
         }
     }
     contentItem: SymbolLabel {
+        Accessible.ignored: true
         font.pixelSize: Theme.bodySize
         spacing: 8
         symbol: Symbols.newchat

@@ -5,6 +5,8 @@ import QtQuick
 
 /// A text that is shown as it stands, whatever it holds.
 Text {
+    Accessible.name: text
+    Accessible.role: Accessible.StaticText
     color: Theme.text
     font.pixelSize: Theme.bodySize
     textFormat: Text.PlainText

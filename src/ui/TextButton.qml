@@ -2,15 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 import QtQuick
-import QtQuick.Templates as T
 
 /// A small button with a title only.
-T.Button {
+BaseButton {
     id: button
 
-    focusPolicy: Qt.TabFocus
     implicitHeight: 26
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     leftPadding: 10
     rightPadding: 10
 
@@ -25,6 +22,7 @@ T.Button {
         }
     }
     contentItem: PlainText {
+        Accessible.ignored: true
         font.pixelSize: Theme.captionSize
         text: button.text
         verticalAlignment: Text.AlignVCenter

@@ -31,7 +31,15 @@ QString harmless(QString text)
 /// entity: with its ampersand and semicolon. One that nobody knows stays as it is written.
 QString decodedEntity(const QString &entity)
 {
-    return harmless(QTextDocumentFragment::fromHtml(entity).toPlainText());
+    if (!entity.startsWith(u"&#"))
+        return QTextDocumentFragment::fromHtml(entity).toPlainText();
+    const bool isHexadecimal = entity.size() > 2 && entity.at(2).toLower() == u'x';
+    const QStringView digits = QStringView(entity).sliced(isHexadecimal ? 3 : 2).chopped(1);
+    bool isNumber = false;
+    const uint codePoint = digits.toUInt(&isNumber, isHexadecimal ? 16 : 10);
+    const bool isCharacter = isNumber && codePoint <= QChar::LastValidCodePoint && !QChar::isSurrogate(codePoint);
+    const char32_t character = isCharacter ? codePoint : char32_t(QChar::ReplacementCharacter);
+    return harmless(QString::fromUcs4(&character, 1));
 }
 
 QString attributeText(const MD_ATTRIBUTE &attribute)

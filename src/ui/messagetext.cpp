@@ -19,6 +19,36 @@ constexpr qreal paragraphGap = 8;
 constexpr qreal indentWidth = 20;
 constexpr int deepestIndent = 8;
 
+/// Of the first character that has one; LayoutDirectionAuto where none has.
+Qt::LayoutDirection direction(const QString &text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool isPair = text.at(i).isHighSurrogate() && i + 1 < text.size();
+        switch (QChar::direction(isPair ? QChar::surrogateToUcs4(text.at(i), text.at(i + 1)) : text.at(i).unicode())) {
+        case QChar::DirL:
+            return Qt::LeftToRight;
+        case QChar::DirR:
+        case QChar::DirAL:
+            return Qt::RightToLeft;
+        default:
+            break;
+        }
+    }
+    return Qt::LayoutDirectionAuto;
+}
+
+/// Left to itself, a text editor takes the direction of the whole text for each line.
+Qt::LayoutDirection direction(const MarkdownLine &line)
+{
+    if (line.kind == MarkdownLine::Kind::code)
+        return Qt::LeftToRight;
+    for (const MarkdownSpan &span : line.spans) {
+        if (const Qt::LayoutDirection found = direction(span.text); found != Qt::LayoutDirectionAuto)
+            return found;
+    }
+    return Qt::LeftToRight;
+}
+
 QTextBlockFormat blockFormat(const MarkdownLine &line, bool isFirst)
 {
     QTextBlockFormat format;
@@ -28,8 +58,7 @@ QTextBlockFormat blockFormat(const MarkdownLine &line, bool isFirst)
     if (!line.marker.isEmpty())
         format.setTextIndent(-indentWidth);
     format.setTabPositions({QTextOption::Tab(indentWidth, QTextOption::LeftTab)});
-    if (line.kind == MarkdownLine::Kind::code)
-        format.setLayoutDirection(Qt::LeftToRight);
+    format.setLayoutDirection(direction(line));
     return format;
 }
 
