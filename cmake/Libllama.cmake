@@ -10,6 +10,7 @@
 #   lumora_add_llama_program(NAME SOURCES … LINKS … ARGUMENTS …)
 #       builds bin/NAME; ARGUMENTS are what the launcher passes before its own, with @BACKENDS@ for the folder of ggml's
 #       backends. They are passed only where there is a launcher.
+#   lumora_install_llama_program(NAME FOLDER)
 
 set(LUMORA_LLAMA_PREFIX "" CACHE PATH "Folder with libllama's unpacked packages; empty for the system's libllama")
 set(LUMORA_LLAMA_FOUND OFF)
@@ -72,6 +73,24 @@ function(lumora_write_launcher path name runtime arguments)
         FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 endfunction()
 
+# Installs a program that lumora_add_llama_program made, with all that it runs on beside it.
+function(lumora_install_llama_program name folder)
+    if(NOT LUMORA_LLAMA_PREFIX)
+        install(TARGETS ${name} RUNTIME DESTINATION ${folder})
+        return()
+    endif()
+    get_target_property(arguments ${name} LUMORA_ARGUMENTS)
+    set(launcher ${CMAKE_CURRENT_BINARY_DIR}/installed/${name})
+    lumora_write_launcher(${launcher} ${name} "$here/runtime" "${arguments}")
+    install(PROGRAMS ${launcher} $<TARGET_FILE:${name}> DESTINATION ${folder})
+    # The loader, the C and C++ libraries, and the engine with its backends; not what only its own tools need.
+    file(GLOB libraries ${LUMORA_LLAMA_FOLDER}/lib*.so.*)
+    list(FILTER libraries INCLUDE REGEX "/lib(c|m|mvec|gcc_s|stdc[+][+]|gomp|llama|ggml|ggml-base|pthread|dl|rt)\\.so")
+    install(PROGRAMS ${LUMORA_LLAMA_LOADER} DESTINATION ${folder}/runtime)
+    install(FILES ${libraries} DESTINATION ${folder}/runtime)
+    install(DIRECTORY ${LUMORA_LLAMA_BACKENDS} DESTINATION ${folder}/runtime/ggml)
+endfunction()
+
 function(lumora_add_llama_program name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS;ARGUMENTS")
     add_executable(${name} ${arg_SOURCES})
@@ -80,7 +99,8 @@ function(lumora_add_llama_program name)
     target_link_libraries(${name} PRIVATE ${arg_LINKS} Lumora::llama lumora_warnings)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
     if(LUMORA_LLAMA_PREFIX)
-        set_target_properties(${name} PROPERTIES OUTPUT_NAME ${name}.bin SKIP_BUILD_RPATH ON)
+        set_target_properties(${name} PROPERTIES OUTPUT_NAME ${name}.bin SKIP_BUILD_RPATH ON
+            LUMORA_ARGUMENTS "${arg_ARGUMENTS}")
         lumora_quote_for_shell("${LUMORA_LLAMA_FOLDER}" runtime)
         lumora_write_launcher(${PROJECT_BINARY_DIR}/bin/${name} ${name} "${runtime}" "${arg_ARGUMENTS}")
     endif()

@@ -40,6 +40,7 @@ int main(int argc, char **argv)
     if (output < 0)
         return misused;
     confine();
+    limitBusyWaiting();
 
     Inbox inbox;
     // The process ends with its input, whatever the engine is doing.

@@ -4,6 +4,7 @@
 #include "process.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -28,6 +29,12 @@ void confine()
     const rlimit none = {0, 0};
     setrlimit(RLIMIT_CORE, &none);
     std::signal(SIGPIPE, SIG_IGN);
+}
+
+void limitBusyWaiting()
+{
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): there is one thread yet
+    setenv("GOMP_SPINCOUNT", "10000", 0);
 }
 
 } // namespace lumora::service

@@ -13,4 +13,9 @@ int claimStandardOutput();
 /// life beyond the program that started it. A closed pipe becomes an error of the write.
 void confine();
 
+/// Lets the threads of one computation wait awake for each other only about as long as they do on a machine that does
+/// nothing else, and then sleep: awake, they would keep the one that they wait for from running where others want the
+/// processors, too. Before any thread, and before ggml's backends are loaded, whose OpenMP reads it once.
+void limitBusyWaiting();
+
 } // namespace lumora::service
