@@ -22,7 +22,10 @@ ChannelEnd readRequests(int descriptor, Inbox &inbox)
         if (count <= 0)
             return frames.isInsideFrame() ? ChannelEnd::malformed : ChannelEnd::closed;
         frames.append({buffer.data(), static_cast<std::size_t>(count)});
-        for (auto body = frames.next(); body; body = frames.next()) {
+        for (;;) {
+            const auto body = frames.next();
+            if (!body)
+                break;
             auto request = wire::decodeRequest(*body);
             if (!request)
                 return ChannelEnd::malformed;

@@ -107,9 +107,8 @@ int physicalCores(const std::string &root)
     for (std::size_t cpu = 0; cpu < CPU_SETSIZE; ++cpu) {
         if (!CPU_ISSET(cpu, &allowed))
             continue;
-        const std::string name = std::to_string(cpu);
-        const auto siblings = firstLine(root + "/sys/devices/system/cpu/cpu" + name + "/topology/thread_siblings_list");
-        cores.insert(siblings.value_or(name));
+        const std::string folder = processors + std::to_string(cpu);
+        cores.insert(firstLine(folder + "/topology/thread_siblings_list").value_or(folder));
     }
     return std::max<int>(static_cast<int>(cores.size()), 1);
 }

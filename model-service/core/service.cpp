@@ -31,8 +31,12 @@ Service::Service(Engine &engine, Inbox &inbox, Send send, std::function<void(con
 
 void Service::run()
 {
-    for (auto job = m_inbox.next(); job; job = m_inbox.next())
+    for (;;) {
+        const auto job = m_inbox.next();
+        if (!job)
+            return;
         deliver(answer(*job));
+    }
 }
 
 // A message that cannot be sent must not end the process, or nobody would be told.

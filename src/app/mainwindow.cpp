@@ -26,7 +26,7 @@ QQuickWindow *MainWindow::window() const
     return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
 }
 
-void MainWindow::raise()
+void MainWindow::raise() const
 {
     QQuickWindow *shown = window();
     if (!shown)

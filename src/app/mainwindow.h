@@ -24,7 +24,7 @@ public:
     QQuickWindow *window() const;
 
     /// Brings the window to the front, out of the task bar as well.
-    void raise();
+    void raise() const;
 
 private:
     RefusingNetwork m_network;
