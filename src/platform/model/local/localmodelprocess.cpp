@@ -101,7 +101,7 @@ void LocalModelService::takeEnd(const ServiceEnd &end)
     else if (m_state == State::loading && end.isKill())
         enter(State::cannotRun, problems::killedWhileLoading());
     else if (m_state == State::loading && end.kind == ServiceEnd::Kind::hung)
-        enter(State::failing, problems::loadingTooLong(m_file->path));
+        enter(State::failing, problems::loadingTooLong(m_file ? m_file->path : QString()));
     else if (++m_crashes >= tooManyCrashes) // and stays so: after a pause, one more is enough
         enter(State::failing, problems::crashing());
     else

@@ -68,7 +68,9 @@ ModelFile look(const QFileInfo &info)
     ModelFile file{info.absoluteFilePath()};
     add(file.path, file);
     const auto first = partOf(info.fileName());
-    const int parts = first ? first->count.toInt() : 1;
+    if (!first)
+        return file;
+    const int parts = first->count.toInt();
     for (int part = 2; part <= parts; ++part) {
         const QString name =
             QStringLiteral("%1-%2-of-%3.gguf")
