@@ -55,7 +55,7 @@ QString attributeText(const MD_ATTRIBUTE &attribute)
 
 QUrl permittedLink(const QString &address)
 {
-    const QUrl url(address, QUrl::StrictMode);
+    QUrl url(address, QUrl::StrictMode);
     for (const QString &scheme : {QStringLiteral("http"), QStringLiteral("https"), QStringLiteral("mailto")}) {
         if (url.scheme() == scheme)
             return url;

@@ -68,7 +68,7 @@ void GenerablesTest::refusesIncompleteAnswers()
 {
     QFETCH(QByteArray, json);
     const GeneratedContent content = GeneratedContent::fromJson(json);
-    QVERIFY_EXCEPTION_THROWN(StructuredAnswer::fromGeneratedContent(content), ConversionError);
+    QVERIFY_THROWS_EXCEPTION(ConversionError, StructuredAnswer::fromGeneratedContent(content));
 }
 
 void GenerablesTest::convertsPartsAsTheyCome()
@@ -97,7 +97,7 @@ void GenerablesTest::answersTheDateToAnyQuestion()
         QVERIFY2(output.startsWith(weekday) && output.contains(QString::number(QDate::currentDate().year())),
                  qPrintable(output));
     }
-    QVERIFY_EXCEPTION_THROWN(tool->call(GeneratedContent::fromJson("{}")), ConversionError);
+    QVERIFY_THROWS_EXCEPTION(ConversionError, tool->call(GeneratedContent::fromJson("{}")));
 }
 
 QTEST_APPLESS_MAIN(GenerablesTest)
