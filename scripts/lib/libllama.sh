@@ -115,6 +115,12 @@ libllama_works() {
     done
 }
 
+# What apt gave as the reason, at the last.
+libllama_reason() {
+    local reason
+    reason=$(grep '^E: ' "$(libllama_cache)/fetch.log" | tail -n 1) && echo "apt said: ${reason#E: }" || echo "Is the network away?"
+}
+
 libllama_by_hand() {
     fail "$1" \
         "By hand: take the packages ${libllama_packages[*]}" \
@@ -139,7 +145,7 @@ libllama_fetch() {
     mapfile -t mirrors < <(libllama_mirrors "$work")
     [ ${#mirrors[@]} -gt 0 ] || libllama_by_hand "apt has no source of Debian packages that libllama could come from."
     missing=$(libllama_download "$work" "${mirrors[@]}" -- "$@") ||
-        libllama_by_hand "these packages could not be had: $missing. Is the network away?"
+        libllama_by_hand "these packages could not be had: $missing. $(libllama_reason)"
     libllama_unpack "$work" "$staging" || libllama_by_hand "the packages could not be unpacked. Is the disk full?"
     "$check" "$staging" || libllama_by_hand "libllama was fetched, but it does not run on this machine."
 

@@ -24,7 +24,8 @@ ImportedDocument decodeDocument(JsonValue object)
 
 QByteArray encodeDocuments(const QList<ImportedDocument> &documents)
 {
-    JsonWriter json;
+    QByteArray bytes;
+    JsonWriter json([&bytes](QByteArrayView piece) { bytes.append(piece); });
     json.startArray();
     for (const ImportedDocument &document : documents) {
         json.startObject();
@@ -39,7 +40,8 @@ QByteArray encodeDocuments(const QList<ImportedDocument> &documents)
         json.endObject();
     }
     json.endArray();
-    return json.bytes().toByteArray();
+    json.finish();
+    return bytes;
 }
 
 std::optional<QList<ImportedDocument>> decodeDocuments(QByteArray bytes)

@@ -4,7 +4,6 @@
 #include "store/chatstore.h"
 
 #include "generation/generationtask.h"
-#include "platform/files/jsonwriter.h"
 #include "platform/files/storagelocation.h"
 #include "platform/text/textrules.h"
 #include "store/availabilitymessage.h"
@@ -168,7 +167,6 @@ void ChatStore::load()
     }
     std::ranges::stable_sort(*loaded, std::greater(), &Conversation::updatedAt);
     m_conversations.reset(std::move(*loaded));
-    Q_EMIT conversationsReset();
 }
 
 void ChatStore::save()
@@ -188,9 +186,8 @@ FileOutcome ChatStore::writeHistory(const QString &path)
         if (FileOutcome failed = setFileAside(path))
             return failed;
     }
-    JsonWriter json;
-    writeConversations(json, conversations());
-    FileOutcome failed = replaceFile(path, json.bytes());
+    FileOutcome failed =
+        replaceFile(path, [this](const ByteSink &file) { encodeConversations(conversations(), file); });
     if (!failed)
         m_historyFile = HistoryFile::ours;
     return failed;

@@ -85,7 +85,7 @@ public:
     std::optional<QString> conversationsFileURL() const;
     std::optional<QString> imagesDirectoryURL() const;
     /// Where a stored image lies, whether it exists or not.
-    Q_INVOKABLE std::optional<QString> imageURL(const QString &filename) const;
+    std::optional<QString> imageURL(const QString &filename) const;
 
     // Operations
 
@@ -108,7 +108,6 @@ public:
 
 Q_SIGNALS:
     // After the change; rows are positions in conversations(), or in the messages of the chat named.
-    void conversationsReset();
     void conversationInserted(qsizetype row);
     void conversationRemoved(qsizetype row);
     void conversationTitleChanged(qsizetype row);

@@ -173,19 +173,21 @@ Conversation decodeConversation(JsonValue object)
 
 } // namespace
 
-void writeConversations(JsonWriter &json, const std::vector<Conversation> &conversations)
+void encodeConversations(const std::vector<Conversation> &conversations, const ByteSink &sink)
 {
+    JsonWriter json(sink);
     json.startArray();
     for (const Conversation &conversation : conversations)
         encode(json, conversation);
     json.endArray();
+    json.finish();
 }
 
 QByteArray encodeConversations(const std::vector<Conversation> &conversations)
 {
-    JsonWriter json;
-    writeConversations(json, conversations);
-    return json.bytes().toByteArray();
+    QByteArray bytes;
+    encodeConversations(conversations, [&bytes](QByteArrayView piece) { bytes.append(piece); });
+    return bytes;
 }
 
 std::optional<std::vector<Conversation>> decodeConversations(QByteArray bytes)

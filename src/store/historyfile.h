@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "platform/files/bytesink.h"
 #include "store/records.h"
 
 #include <QByteArray>
@@ -12,13 +13,11 @@
 
 namespace lumora {
 
-class JsonWriter;
-
 // conversations.json: a compact JSON array of conversations, UTF-8, keys in the order of the records' fields.
 // Identifiers are upper-case UUID texts, points in time are seconds since 2001. What is absent in a record has no key.
 
-/// Writes the bytes of the file.
-void writeConversations(JsonWriter &json, const std::vector<Conversation> &conversations);
+/// Gives the sink the bytes of the file, or returns them.
+void encodeConversations(const std::vector<Conversation> &conversations, const ByteSink &sink);
 QByteArray encodeConversations(const std::vector<Conversation> &conversations);
 
 /// Keys may come in any order, a null counts as a missing key, unknown keys are passed over. All or nothing: no value

@@ -28,7 +28,6 @@ void ConversationListModel::setStore(ChatStore *store)
 void ConversationListModel::connectStore()
 {
     connect(m_store, &QObject::destroyed, this, &ConversationListModel::reset);
-    connect(m_store, &ChatStore::conversationsReset, this, &ConversationListModel::reset);
     connect(m_store, &ChatStore::conversationInserted, this, &ConversationListModel::insert);
     connect(m_store, &ChatStore::conversationRemoved, this, &ConversationListModel::remove);
     connect(m_store, &ChatStore::conversationTitleChanged, this, &ConversationListModel::retitle);

@@ -56,7 +56,6 @@ void MessageListModel::setStore(ChatStore *store)
 void MessageListModel::connectStore()
 {
     connect(m_store, &QObject::destroyed, this, &MessageListModel::reset);
-    connect(m_store, &ChatStore::conversationsReset, this, &MessageListModel::reset);
     connect(m_store, &ChatStore::selectedIDChanged, this, &MessageListModel::reset);
     connect(m_store, &ChatStore::messageAppended, this, &MessageListModel::append);
     connect(m_store, &ChatStore::messageChanged, this, &MessageListModel::change);

@@ -100,9 +100,19 @@ FileOutcome createFolder(const QString &path)
 
 FileOutcome replaceFile(const QString &path, QByteArrayView bytes)
 {
+    return replaceFile(path, [bytes](const ByteSink &file) { file(bytes); });
+}
+
+FileOutcome replaceFile(const QString &path, const std::function<void(const ByteSink &)> &write)
+{
     constexpr auto what = QT_TRANSLATE_NOOP("lumora::Files", "The file cannot be written: %1.");
     QSaveFile file(QFileInfo(path).isSymLink() ? QFileInfo(path).symLinkTarget() : path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), bytes.size()) != bytes.size())
+    bool isWritten = file.open(QIODevice::WriteOnly);
+    if (isWritten)
+        write([&](QByteArrayView piece) {
+            isWritten = isWritten && file.write(piece.data(), piece.size()) == piece.size();
+        });
+    if (!isWritten)
         return failure(what, file.errorString());
     return putInPlace(file, what);
 }

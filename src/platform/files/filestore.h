@@ -3,9 +3,12 @@
 
 #pragma once
 
+#include "platform/files/bytesink.h"
+
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace lumora {
@@ -32,6 +35,9 @@ FileOutcome createFolder(const QString &path);
 /// Replaces the file by these bytes, for this user alone to read. The old file stays whole until the new one is
 /// complete and on the disk; after a failure it is as it was.
 FileOutcome replaceFile(const QString &path, QByteArrayView bytes);
+
+/// The same with content that comes in pieces: `write` gives them to the sink that it gets, all within the call.
+FileOutcome replaceFile(const QString &path, const std::function<void(const ByteSink &)> &write);
 
 /// Copies a regular file to a path that does not exist yet, for this user alone to read. After a failure nothing lies
 /// there.

@@ -13,6 +13,7 @@ namespace lumora {
 
 struct JsonWriter::Output
 {
+    ByteSink sink;
     rapidjson::StringBuffer buffer;
     rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
     QStringEncoder encoder{QStringEncoder::Utf8, QStringEncoder::Flag::Stateless};
@@ -28,9 +29,10 @@ struct JsonWriter::Output
     }
 };
 
-JsonWriter::JsonWriter()
+JsonWriter::JsonWriter(ByteSink sink)
     : m_output(std::make_unique<Output>())
 {
+    m_output->sink = std::move(sink);
 }
 
 JsonWriter::~JsonWriter() = default;
@@ -74,6 +76,7 @@ void JsonWriter::text(const QString &text)
 void JsonWriter::utf8Text(QByteArrayView text)
 {
     m_output->writer.String(text.data(), rapidjson::SizeType(text.size()));
+    drainWhereFull();
 }
 
 void JsonWriter::texts(const QStringList &texts)
@@ -99,9 +102,17 @@ void JsonWriter::identifier(const QUuid &id)
     utf8Text(identifierText(id).toLatin1());
 }
 
-QByteArrayView JsonWriter::bytes() const
+void JsonWriter::finish()
 {
-    return {m_output->buffer.GetString(), qsizetype(m_output->buffer.GetSize())};
+    m_output->sink({m_output->buffer.GetString(), qsizetype(m_output->buffer.GetSize())});
+    m_output->buffer.Clear();
+}
+
+void JsonWriter::drainWhereFull()
+{
+    constexpr size_t pieceSize = 100'000;
+    if (m_output->buffer.GetSize() >= pieceSize)
+        finish();
 }
 
 } // namespace lumora

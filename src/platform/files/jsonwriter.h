@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "platform/files/bytesink.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -13,11 +15,12 @@
 namespace lumora {
 
 /// Writes compact JSON, UTF-8, keys in the order in which they are given. Texts may hold anything; what UTF-8 cannot
-/// carry is written as U+FFFD. Numbers must be finite, and read back as the same double.
+/// carry is written as U+FFFD. Numbers must be finite, and read back as the same double. What is written goes to the
+/// sink in pieces of some 100 KB, while it still lies in the processor's cache.
 class JsonWriter
 {
 public:
-    JsonWriter();
+    explicit JsonWriter(ByteSink sink);
     ~JsonWriter();
     Q_DISABLE_COPY_MOVE(JsonWriter)
 
@@ -36,10 +39,12 @@ public:
     void integer(qint64 integer);
     void identifier(const QUuid &id);
 
-    /// What has been written so far; valid until the next call.
-    QByteArrayView bytes() const;
+    /// Gives the sink the last piece. To be called once, at the end.
+    void finish();
 
 private:
+    void drainWhereFull();
+
     struct Output;
     std::unique_ptr<Output> m_output;
 };

@@ -12,6 +12,22 @@
 
 using namespace lumora;
 
+namespace {
+
+/// An array with what is written into it.
+QByteArray written(const std::function<void(JsonWriter &)> &write)
+{
+    QByteArray bytes;
+    JsonWriter writer([&bytes](QByteArrayView piece) { bytes.append(piece); });
+    writer.startArray();
+    write(writer);
+    writer.endArray();
+    writer.finish();
+    return bytes;
+}
+
+} // namespace
+
 class JsonTest : public QObject
 {
     Q_OBJECT
@@ -92,11 +108,7 @@ void JsonTest::keepsDoublesExactly_data()
 void JsonTest::keepsDoublesExactly()
 {
     QFETCH(double, number);
-    JsonWriter writer;
-    writer.startArray();
-    writer.number(number);
-    writer.endArray();
-    const JsonDocument json(writer.bytes().toByteArray());
+    const JsonDocument json(written([number](JsonWriter &writer) { writer.number(number); }));
     QVERIFY(json.root().at(0).number() == number);
 }
 
@@ -118,12 +130,9 @@ void JsonTest::writesAnyText()
 {
     QFETCH(QString, text);
     QFETCH(QByteArray, json);
-    JsonWriter writer;
-    writer.startArray();
-    writer.text(text);
-    writer.endArray();
-    QCOMPARE(writer.bytes().toByteArray(), '[' + json + ']');
-    QCOMPARE(JsonDocument(writer.bytes().toByteArray()).root().at(0).text(), wellFormed(text));
+    const QByteArray bytes = written([&text](JsonWriter &writer) { writer.text(text); });
+    QCOMPARE(bytes, '[' + json + ']');
+    QCOMPARE(JsonDocument(bytes).root().at(0).text(), wellFormed(text));
 }
 
 void JsonTest::readsIdentifiersStrictly_data()
