@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_set>
 
 namespace lumora::tinymodel {
 
@@ -106,8 +107,30 @@ Vocabulary::Vocabulary(std::size_t size)
     m_endOfText = addControl("<|endoftext|>", Kind::control);
     addControl("<|im_start|>", Kind::control);
     m_endOfTurn = addControl("<|im_end|>", Kind::endOfTurn);
-    while (m_texts.size() < size)
-        add(written(" w" + std::to_string(m_texts.size())), Kind::other);
+    if (m_texts.size() < size)
+        fill(size);
+}
+
+// Every text of one small letter, of two, and so on, each a token behind a blank. A text is read back as the tokens
+// that wrote it, and a token has about as many letters as in a real vocabulary.
+void Vocabulary::fill(std::size_t size)
+{
+    std::unordered_set<std::string> known(m_texts.begin(), m_texts.end());
+    std::unordered_set<std::string> knownMerges(m_merges.begin(), m_merges.end());
+    std::vector<std::string> beginnings = {written(' ')};
+    while (m_texts.size() < size) {
+        std::vector<std::string> longer;
+        for (const std::string &beginning : beginnings) {
+            for (char letter = 'a'; letter <= 'z' && m_texts.size() < size; ++letter) {
+                longer.push_back(beginning + letter);
+                if (knownMerges.insert(beginning + ' ' + letter).second)
+                    m_merges.push_back(beginning + ' ' + letter);
+                if (known.insert(longer.back()).second)
+                    add(longer.back(), Kind::other);
+            }
+        }
+        beginnings = std::move(longer);
+    }
 }
 
 // Merges byte after byte, so that every beginning of a word is a token as well.

@@ -68,6 +68,7 @@ public:
 
 private:
     void addWord(std::string_view word, Kind kind);
+    void fill(std::size_t size);
     std::int32_t add(const std::string &text, Kind kind);
     std::int32_t addControl(const std::string &text, Kind kind);
 

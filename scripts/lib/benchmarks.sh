@@ -27,17 +27,18 @@ run_benchmark() {
         fail "$2 failed."
 }
 
-# measure_replies RESULTS PREFIX TOOLS: a chat through the program, and llama-bench with the same file, threads and length.
+# measure_replies RESULTS PREFIX TOOLS: a chat through the program, and llama-bench with the same file, threads and lengths.
 measure_replies() {
-    local libraries loader model
+    local libraries loader model results=$1/reply.json
     model=$PWD/$bench_build/bench.gguf
     [ -f "$model" ] || "$bench_build/bin/lumora-tiny-model" "$model" --size bench
-    "$bench_build/bench/bench_reply" "$PWD/$bench_build/bin/lumora-model" "$model" >"$1/reply.json"
+    "$bench_build/bench/bench_reply" "$PWD/$bench_build/bin/lumora-model" "$model" >"$results"
     libraries=$(dirname "$(compgen -G "$3/usr/lib/*/libllama.so.0")")
     loader=$(compgen -G "$libraries/ld-linux*.so.*")
     # It looks for the processor's backends in the folder in which it is started.
     (cd "$libraries"/ggml/backends* && "$loader" --library-path "$libraries:$libraries/llama" \
-        "$3/usr/bin/llama-bench" -m "$model" -p 0 -n 128 -r 5 -t "$(physical_cores)" -o json) >"$1/llama.json" 2>/dev/null ||
+        "$3/usr/bin/llama-bench" -m "$model" -p 0 -d "$(jq .promptTokens "$results")" -n "$(jq .replyTokens "$results")" \
+        -r 9 -t "$(physical_cores)" -o json) >"$1/llama.json" 2>/dev/null ||
         fail "llama-bench failed."
 }
 

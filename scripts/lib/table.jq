@@ -12,6 +12,7 @@ def compared($what; $ours; $theirs; $bound):
     row($what; $ours | time; $theirs | time; $ours.real_time / $theirs.real_time; "≤ \($bound)");
 
 $history[0] as $h | $store[0] as $s | $reply[0] as $r | $llama[0][0] as $l
+| ($l.samples_ts | sort | .[length / 2 | floor]) as $rate
 | "| what | Lumora | against | ratio | bound |",
   "|---|---|---|---|---|",
   compared("decoding a 50 MB history, against RapidJSON parsing it";
@@ -26,7 +27,7 @@ $history[0] as $h | $store[0] as $s | $reply[0] as $r | $llama[0][0] as $l
       median($s; "prompt5MegabyteLatestMessage"); median($s; "prompt20Messages"); 2),
   compared("applying one snapshot with 5,000 chats, against 10";
       median($s; "snapshot/5000"); median($s; "snapshot/10"); 1.5),
-  row("tokens a second of a reply, against llama-bench with \($l.n_threads) threads";
-      $r.tokensPerSecond | digits(1); $l.avg_ts | digits(1); $r.tokensPerSecond / $l.avg_ts; "≥ 0.95"),
+  row("tokens a second of a reply to \($r.promptTokens) tokens, against llama-bench with \($l.n_threads) threads";
+      $r.tokensPerSecond | digits(1); $rate | digits(1); $r.tokensPerSecond / $rate; "≥ 0.95"),
   row("first text of the tenth question (\($r.tenthPromptTokens) tokens), against a cold start";
       "\($r.firstTextWarm | digits(2)) s"; "\($r.firstTextCold | digits(2)) s"; $r.firstTextWarm / $r.firstTextCold; "≤ 0.3")

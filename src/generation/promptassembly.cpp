@@ -73,13 +73,11 @@ QString assemblePrompt(const Conversation &conversation, const QUuid &excluding,
     const ChatMessage *latest = messages.next();
     if (!latest)
         return {};
-    QString prompt;
+    QString history;
     if (const QStringList lines = fittingLines(messages, budget); !lines.isEmpty())
-        prompt = u"Previous conversation:\n\n" % lines.join(u"\n\n") % u"\n\n";
-    prompt += u"Latest user message:\n";
-    prompt += lastCharacters(latest->text, std::min(budget, messageCharacterCap));
-    prompt += u"\n\nRespond to the latest user message.";
-    return prompt;
+        history = u"Previous conversation:\n\n" % lines.join(u"\n\n") % u"\n\n";
+    return history % u"Latest user message:\n" % lastCharacters(latest->text, std::min(budget, messageCharacterCap)) %
+           u"\n\nRespond to the latest user message.";
 }
 
 qint64 promptTokenLimit(qint64 contextSize)

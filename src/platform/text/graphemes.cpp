@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <memory>
 
 namespace lumora {
@@ -53,6 +54,21 @@ constexpr std::array<bool, 0x10000> standsAlone = makeStandsAloneTable();
 inline bool isCertainBoundary(QChar before, QChar after)
 {
     return standsAlone[before.unicode()] && standsAlone[after.unicode()] && !(before == u'\r' && after == u'\n');
+}
+
+/// How many code units are looked at in one go.
+constexpr qsizetype strideSize = 32;
+
+/// Whether all of the text's first stride are characters of their own, whatever they are beside: Latin letters and the
+/// like. Written such that the compiler makes wide instructions of it.
+inline bool isPlainStride(QStringView text)
+{
+    constexpr char16_t firstCombiningMark = 0x0300;
+    const char16_t *const units = text.utf16();
+    unsigned others = 0;
+    for (qsizetype i = 0; i < strideSize; ++i)
+        others |= unsigned(units[i] >= firstCombiningMark) | unsigned(units[i] == u'\r');
+    return others == 0;
 }
 
 struct TextCloser
@@ -172,35 +188,64 @@ private:
 
 } // namespace
 
-qsizetype characterCount(QStringView text)
+namespace {
+
+constexpr qsizetype uncounted = std::numeric_limits<qsizetype>::max();
+
+struct Walked
+{
+    qsizetype position; ///< where the walk ended
+    qsizetype count;    ///< of the characters on the way
+};
+
+/// From the text's start to behind so many characters, or to its end.
+Walked walkForward(QStringView text, qsizetype most)
 {
     CharacterCursor cursor(text);
-    qsizetype count = 0;
-    for (qsizetype position = 0; position < text.size(); position = cursor.next(position))
-        ++count;
-    return count;
+    Walked walked{0, 0};
+    while (walked.position < text.size() && walked.count < most) {
+        const qsizetype stride = std::min({strideSize, text.size() - walked.position, most - walked.count});
+        const qsizetype end = walked.position + stride;
+        // What follows a stride may belong to its last unit.
+        if (stride == strideSize && isPlainStride(text.sliced(walked.position)))
+            walked = {end - 1, walked.count + stride - 1};
+        for (; walked.position < end && walked.count < most; ++walked.count)
+            walked.position = cursor.next(walked.position);
+    }
+    return walked;
+}
+
+/// From the text's end to before so many characters, or to its start.
+qsizetype walkBackward(QStringView text, qsizetype most)
+{
+    CharacterCursor cursor(text);
+    Walked walked{text.size(), 0};
+    while (walked.position > 0 && walked.count < most) {
+        const qsizetype stride = std::min({strideSize, walked.position, most - walked.count});
+        const qsizetype start = walked.position - stride;
+        if (stride == strideSize && isPlainStride(text.sliced(start)))
+            walked = {start + 1, walked.count + stride - 1};
+        for (; walked.position > start && walked.count < most; ++walked.count)
+            walked.position = cursor.previous(walked.position);
+    }
+    return walked.position;
+}
+
+} // namespace
+
+qsizetype characterCount(QStringView text)
+{
+    return walkForward(text, uncounted).count;
 }
 
 QStringView firstCharacters(QStringView text, qsizetype count)
 {
-    if (text.size() <= count)
-        return text;
-    CharacterCursor cursor(text);
-    qsizetype end = 0;
-    for (; count > 0 && end < text.size(); --count)
-        end = cursor.next(end);
-    return text.first(end);
+    return text.size() <= count ? text : text.first(walkForward(text, count).position);
 }
 
 QStringView lastCharacters(QStringView text, qsizetype count)
 {
-    if (text.size() <= count)
-        return text;
-    CharacterCursor cursor(text);
-    qsizetype start = text.size();
-    for (; count > 0 && start > 0; --count)
-        start = cursor.previous(start);
-    return text.sliced(start);
+    return text.size() <= count ? text : text.sliced(walkBackward(text, count));
 }
 
 } // namespace lumora
