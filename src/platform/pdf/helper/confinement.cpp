@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "confinement.h"
+
+#include <csignal>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace lumora::pdf {
+
+namespace {
+
+bool limit(__rlimit_resource resource, rlim_t most)
+{
+    const rlimit both{most, most};
+    return setrlimit(resource, &both) == 0;
+}
+
+/// Says whether somebody still reads the output.
+bool hasReader()
+{
+    pollfd output{STDOUT_FILENO, 0, 0};
+    return poll(&output, 1, 0) >= 0 && (output.revents & POLLERR) == 0;
+}
+
+} // namespace
+
+bool confine(std::uint64_t addressSpace, std::uint64_t processorTime)
+{
+    return prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           prctl(PR_SET_DUMPABLE, 0) == 0 && limit(RLIMIT_CORE, 0) && limit(RLIMIT_FSIZE, 0) &&
+           limit(RLIMIT_CPU, processorTime) && limit(RLIMIT_AS, addressSpace) &&
+           hasReader(); // which may have ended before its end would have been told
+}
+
+} // namespace lumora::pdf
