@@ -10,10 +10,10 @@ namespace lumora {
 
 namespace {
 
-QString servicePath(const QDir &programFolder)
+QString helperPath(const QDir &programFolder, const QString &name)
 {
-    const QString installed = QDir::cleanPath(programFolder.filePath(QStringLiteral("../libexec/lumora/lumora-model")));
-    return QFileInfo(installed).isExecutable() ? installed : programFolder.filePath(QStringLiteral("lumora-model"));
+    const QString installed = QDir::cleanPath(programFolder.filePath(QStringLiteral("../libexec/lumora/") + name));
+    return QFileInfo(installed).isExecutable() ? installed : programFolder.filePath(name);
 }
 
 } // namespace
@@ -27,8 +27,13 @@ LocalModelSettings installedModel(const QString &programFolder, const std::optio
     // The tiny one is there only where the program was built; it says nothing sensible.
     settings.builtInModels = {models.filePath(QStringLiteral("builtin.gguf")),
                               models.filePath(QStringLiteral("tiny.gguf"))};
-    settings.command.program = servicePath(QDir(programFolder));
+    settings.command.program = helperPath(programFolder, QStringLiteral("lumora-model"));
     return settings;
+}
+
+QString installedPdfHelper(const QString &programFolder)
+{
+    return helperPath(programFolder, QStringLiteral("lumora-pdf-text"));
 }
 
 } // namespace lumora

@@ -14,4 +14,7 @@ namespace lumora {
 /// The user's own models lie in the program's folder of the data directory.
 LocalModelSettings installedModel(const QString &programFolder, const std::optional<QString> &storageFolder);
 
+/// Where the program that reads PDF files lies: beside the program's executable or in ../libexec/lumora.
+QString installedPdfHelper(const QString &programFolder);
+
 } // namespace lumora

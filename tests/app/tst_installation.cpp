@@ -15,40 +15,42 @@ class InstallationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void findsTheServiceAndTheModels_data();
-    void findsTheServiceAndTheModels();
+    void findsTheHelpersAndTheModels_data();
+    void findsTheHelpersAndTheModels();
     void userWithoutAFolderHasNoModelsOfTheirOwn();
 };
 
-void InstallationTest::findsTheServiceAndTheModels_data()
+void InstallationTest::findsTheHelpersAndTheModels_data()
 {
-    QTest::addColumn<QStringList>("executables");
-    QTest::addColumn<QString>("service");
+    QTest::addColumn<QStringList>("folders");
+    QTest::addColumn<QString>("folder");
 
-    const QString beside = QStringLiteral("bin/lumora-model");
-    const QString installed = QStringLiteral("libexec/lumora/lumora-model");
-    QTest::newRow("built") << QStringList({beside}) << beside;
-    QTest::newRow("installed") << QStringList({installed}) << installed;
-    QTest::newRow("both") << QStringList({beside, installed}) << installed;
-    QTest::newRow("neither") << QStringList() << beside;
+    QTest::newRow("built") << QStringList({"bin"}) << "bin";
+    QTest::newRow("installed") << QStringList({"libexec/lumora"}) << "libexec/lumora";
+    QTest::newRow("both") << QStringList({"bin", "libexec/lumora"}) << "libexec/lumora";
+    QTest::newRow("neither") << QStringList() << "bin";
 }
 
-void InstallationTest::findsTheServiceAndTheModels()
+void InstallationTest::findsTheHelpersAndTheModels()
 {
-    QFETCH(QStringList, executables);
-    QFETCH(QString, service);
+    QFETCH(QStringList, folders);
+    QFETCH(QString, folder);
     const QTemporaryDir root;
     QDir().mkpath(root.filePath(QStringLiteral("bin")));
-    for (const QString &executable : executables) {
-        QFile file(root.filePath(executable));
-        QVERIFY(QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly));
-        QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    for (const QString &executables : folders) {
+        for (const QString &name : {QStringLiteral("/lumora-model"), QStringLiteral("/lumora-pdf-text")}) {
+            QFile file(root.filePath(executables + name));
+            QVERIFY(QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly));
+            QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+        }
     }
 
     const LocalModelSettings settings =
         installedModel(root.filePath(QStringLiteral("bin")), QStringLiteral("/data/Lumora"));
 
-    QCOMPARE(settings.command.program, root.filePath(service));
+    QCOMPARE(settings.command.program, root.filePath(folder + QStringLiteral("/lumora-model")));
+    QCOMPARE(installedPdfHelper(root.filePath(QStringLiteral("bin"))),
+             root.filePath(folder + QStringLiteral("/lumora-pdf-text")));
     QCOMPARE(settings.modelFolder, QStringLiteral("/data/Lumora/Models"));
     QCOMPARE(settings.builtInModels, QStringList({root.filePath(QStringLiteral("share/lumora/builtin.gguf")),
                                                   root.filePath(QStringLiteral("share/lumora/tiny.gguf"))}));
