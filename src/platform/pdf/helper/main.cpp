@@ -57,7 +57,7 @@ int main(int argc, char **argv)
 {
     const auto memory = argc == 3 ? number(argv[1]) : std::nullopt;
     const auto seconds = argc == 3 ? number(argv[2]) : std::nullopt;
-    struct stat facts{};
+    struct stat facts = {};
     if (!memory || !seconds || fstat(STDIN_FILENO, &facts) != 0 || !S_ISREG(facts.st_mode))
         return misused;
     const auto size = static_cast<std::uint64_t>(facts.st_size);
