@@ -11,7 +11,7 @@ def row($what; $ours; $theirs; $ratio; $bound): "| \($what) | \($ours) | \($thei
 def compared($what; $ours; $theirs; $bound):
     row($what; $ours | time; $theirs | time; $ours.real_time / $theirs.real_time; "≤ \($bound)");
 
-$history[0] as $h | $store[0] as $s | $pdf[0] as $p | $reply[0] as $r | $llama[0][0] as $l
+$history[0] as $h | $store[0] as $s | $pdf[0] as $p | $vision[0] as $v | $reply[0] as $r | $llama[0][0] as $l
 | ($l.samples_ts | sort | .[length / 2 | floor]) as $rate
 | "| what | Lumora | against | ratio | bound |",
   "|---|---|---|---|---|",
@@ -28,6 +28,8 @@ $history[0] as $h | $store[0] as $s | $pdf[0] as $p | $reply[0] as $r | $llama[0
   compared("applying one snapshot with 5,000 chats, against 10";
       median($s; "snapshot/5000"); median($s; "snapshot/10"); 1.5),
   compared("text of a PDF of 200 pages, against pdftotext"; median($p; "pdfText"); median($p; "pdftotextCommand"); 1.2),
+  compared("recognising a page of A4 at 200 dpi, against the tesseract command";
+      median($v; "recognisePage"); median($v; "tesseractCommand"); 1.1),
   row("tokens a second of a reply to \($r.promptTokens) tokens, against llama-bench with \($l.n_threads) threads";
       $r.tokensPerSecond | digits(1); $rate | digits(1); $r.tokensPerSecond / $rate; "≥ 0.95"),
   row("first text of the tenth question (\($r.tenthPromptTokens) tokens), against a cold start";

@@ -3,7 +3,8 @@
 
 #include "ui/roundedimage.h"
 
-#include <QImageReader>
+#include "platform/vision/imagefile.h"
+
 #include <QPainter>
 #include <QQuickWindow>
 #include <QtConcurrentRun>
@@ -12,21 +13,11 @@ namespace lumora {
 
 namespace {
 
-/// The size as it is shown, the turn that a camera recorded included; empty where the file is no image.
-QSizeF shownSize(const QString &path)
-{
-    const QImageReader reader(path);
-    const QSizeF size = reader.size();
-    return reader.transformation().testFlag(QImageIOHandler::TransformationRotate90) ? size.transposed() : size;
-}
-
 /// Null where it cannot be read. pixels: the size on the screen.
-QImage readImage(const QString &path, const QSize &pixels)
+QImage readPixels(const QString &path, const QSize &pixels)
 {
-    QImageReader reader(path);
-    reader.setAutoTransform(true);
-    QImage image = reader.read();
-    return image.isNull() ? image : image.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const std::optional<QImage> image = readImage(path, pixels);
+    return image ? image->scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation) : QImage();
 }
 
 } // namespace
@@ -93,7 +84,7 @@ void RoundedImage::load()
 {
     if (!isComponentComplete())
         return;
-    const QSizeF shown = m_path.isEmpty() ? QSizeF() : shownSize(m_path).scaled(m_box, Qt::KeepAspectRatio);
+    const QSizeF shown = m_path.isEmpty() ? QSizeF() : QSizeF(imageSize(m_path)).scaled(m_box, Qt::KeepAspectRatio);
     if (shown.isEmpty()) {
         m_reading.setFuture({});
         m_image = {};
@@ -104,7 +95,7 @@ void RoundedImage::load()
     setImplicitSize(shown.width(), shown.height());
     setUnavailable(false);
     const qreal scale = window() ? window()->effectiveDevicePixelRatio() : 1;
-    m_reading.setFuture(QtConcurrent::run(readImage, m_path, (shown * scale).toSize()));
+    m_reading.setFuture(QtConcurrent::run(readPixels, m_path, (shown * scale).toSize().expandedTo({1, 1})));
 }
 
 void RoundedImage::setUnavailable(bool isUnavailable)

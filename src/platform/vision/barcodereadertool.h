@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "platform/vision/imagetool.h"
+
+#include <QString>
+
+namespace lumora {
+
+/// Tells the model what the barcodes of an image file hold: one line for each, its type, a colon and its content.
+/// A content of several lines begins on a line of its own.
+struct BarcodeReaderTool
+{
+    using Arguments = NoArguments;
+
+    static QString defaultName();
+    static QString defaultDescription();
+
+    QString name = defaultName();
+    QString description = defaultDescription();
+    QString imagePath; ///< absolute
+
+    /// That there is no code, or no image that can be read, is an answer like any other. Blocks.
+    QString call(const Arguments &arguments) const;
+};
+
+} // namespace lumora

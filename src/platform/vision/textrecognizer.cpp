@@ -1,0 +1,208 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/vision/textrecognizer.h"
+
+#include "platform/model/errors.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QPainter>
+
+#include <algorithm>
+#include <allheaders.h>
+#include <tesseract/baseapi.h>
+#include <tesseract/ocrclass.h>
+#include <tesseract/resultiterator.h>
+#include <vector>
+
+// OpenMP's, as every runtime has them; the header belongs to the compiler, and not each one that reads this has it.
+// NOLINTBEGIN(readability-identifier-naming)
+extern "C" {
+int omp_get_max_active_levels();
+void omp_set_max_active_levels(int levels);
+}
+// NOLINTEND(readability-identifier-naming)
+
+namespace lumora {
+
+namespace {
+
+using tesseract::RIL_PARA;
+using tesseract::RIL_TEXTLINE;
+
+constexpr qint64 mostPixels = 16'000'000; // after enlarging
+constexpr int smallLine = 20;             // pixels from the descenders to the ascenders; below, letters melt together
+constexpr int goodLine = 40;
+constexpr int mostEnlarging = 3;
+// A newspaper page has fewer. The search for lines, which nothing else stops, takes seconds for so many.
+constexpr int mostSpecks = 25'000;
+constexpr float steepestSlope = 15; // degrees; of a page in somebody's hand
+constexpr float leastCertainty = 3; // how much sharper its lines are at this slope than at others
+constexpr double leastSlope = 0.7;  // the engine follows lines that slope less
+
+// What the libraries have to say would go to the standard error stream.
+void silenceLibraries()
+{
+    [[maybe_unused]] static const bool silenced = [] {
+        setMsgSeverity(L_SEVERITY_NONE);
+        return tesseract::TessBaseAPI().SetVariable("debug_file", "/dev/null"); // counts for the whole process
+    }();
+}
+
+/// Keeps the engine on the calling thread as long as it lives. It would split loops of microseconds among more threads
+/// than most machines have cores, and takes ten times as long wherever another program runs.
+class OneThread
+{
+public:
+    OneThread() { omp_set_max_active_levels(0); }
+    ~OneThread() { omp_set_max_active_levels(m_before); }
+    Q_DISABLE_COPY_MOVE(OneThread)
+
+private:
+    int m_before = omp_get_max_active_levels();
+};
+
+/// What the dark and light picture shows that the layout is found on.
+struct Impression
+{
+    int specks = 0;   ///< connected dark ones
+    double slope = 0; ///< degrees to turn it clockwise until its lines are level
+};
+
+Impression impressionOf(tesseract::TessBaseAPI &api)
+{
+    Pix *binary = api.GetThresholdedImage(); // the engine keeps it for what follows
+    l_int32 specks = 0;
+    l_float32 angle = 0;
+    l_float32 certainty = 0;
+    if (binary != nullptr) {
+        pixCountConnComp(binary, 8, &specks);
+        // In steps of a degree on a quarter of the size, then finer on half of it.
+        pixFindSkewSweepAndSearch(binary, &angle, &certainty, 4, 2, steepestSlope, 1.0F, 0.1F);
+    }
+    pixDestroy(&binary);
+    return {specks, certainty >= leastCertainty ? angle : 0};
+}
+
+QImage turned(const QImage &gray, double degrees)
+{
+    const QRectF bounds = QTransform().rotate(degrees).mapRect(QRectF(gray.rect()));
+    QImage result(bounds.size().toSize(), QImage::Format_Grayscale8);
+    result.fill(Qt::white);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.translate(-bounds.topLeft());
+    painter.rotate(degrees);
+    painter.drawImage(0, 0, gray);
+    return result;
+}
+
+QImage scaled(const QImage &gray, double factor)
+{
+    return gray.scaled(int(gray.width() * factor), int(gray.height() * factor), Qt::IgnoreAspectRatio,
+                       Qt::SmoothTransformation);
+}
+
+} // namespace
+
+QStringList installedRecognitionLanguages()
+{
+    silenceLibraries();
+    // Only a start tells the folder; it may fail, and does so at once for a language that nobody speaks.
+    tesseract::TessBaseAPI api;
+    api.Init(nullptr, "none");
+    QStringList names = QDir(QString::fromLocal8Bit(api.GetDatapath()))
+                            .entryList({QStringLiteral("*.traineddata")}, QDir::Files, QDir::Name);
+    for (QString &name : names)
+        name.chop(qsizetype(sizeof(".traineddata")) - 1);
+    return names;
+}
+
+TextRecognizer::TextRecognizer(const QStringList &languages)
+    : m_api(std::make_unique<tesseract::TessBaseAPI>())
+{
+    silenceLibraries();
+    if (languages.isEmpty() || m_api->Init(nullptr, languages.join(u'+').toLocal8Bit().constData()) != 0)
+        throw ModelError(QStringLiteral("Text in images cannot be read, because no language data for text recognition "
+                                        "is installed. Install a package such as tesseract-ocr-eng and ask again."));
+}
+
+TextRecognizer::~TextRecognizer() = default;
+
+TextRecognizer::Result TextRecognizer::recognize(const PagePicture &page, Layout layout, QDeadlineTimer end)
+{
+    const OneThread oneThread;
+    m_api->SetPageSegMode(layout == Layout::page ? tesseract::PSM_AUTO : tesseract::PSM_SPARSE_TEXT);
+    m_api->SetVariable("thresholding_method", page.isUnevenlyLit ? "2" : "0"); // Sauvola's, Otsu's
+    const std::optional<double> slope = show(page.gray);
+    if (!slope || (std::abs(*slope) >= leastSlope && !show(turned(m_shown, *slope))))
+        return {};
+    if (const int height = lineHeight(); height > 0 && height < smallLine) {
+        const double byArea = std::sqrt(double(mostPixels) / (double(m_shown.width()) * m_shown.height()));
+        const double factor = std::min({double(goodLine) / height, double(mostEnlarging), byArea});
+        if (factor > 1.5 && !show(scaled(m_shown, factor)))
+            return {};
+    }
+    tesseract::ETEXT_DESC monitor;
+    if (!end.isForever())
+        monitor.set_deadline_msecs(int(std::max<qint64>(end.remainingTime(), 1)));
+    monitor.cancel = [](void *, int) { return QCoreApplication::closingDown(); };
+    const bool isComplete = m_api->Recognize(&monitor) == 0;
+    return {lines(), isComplete};
+}
+
+/// Gives the picture to the engine, made smaller where it is too busy to be looked through. By how many degrees its
+/// lines have to be turned clockwise; nothing where it is empty.
+std::optional<double> TextRecognizer::show(const QImage &gray)
+{
+    for (m_shown = gray; !m_shown.isNull(); m_shown = scaled(m_shown, 0.5)) {
+        m_api->SetImage(m_shown.constBits(), m_shown.width(), m_shown.height(), 1, int(m_shown.bytesPerLine()));
+        const Impression impression = impressionOf(*m_api);
+        if (impression.specks == 0)
+            return std::nullopt;
+        if (impression.specks <= mostSpecks)
+            return impression.slope;
+    }
+    return std::nullopt;
+}
+
+/// The middle one of all lines, in pixels; 0 where there are none. The engine goes on from what this finds.
+int TextRecognizer::lineHeight()
+{
+    const std::unique_ptr<tesseract::PageIterator> line(m_api->AnalyseLayout());
+    std::vector<int> heights;
+    if (!line)
+        return 0;
+    do {
+        int left = 0;
+        int top = 0;
+        int right = 0;
+        int bottom = 0;
+        if (tesseract::PTIsTextType(line->BlockType()) && line->BoundingBox(RIL_TEXTLINE, &left, &top, &right, &bottom))
+            heights.push_back(bottom - top);
+    } while (line->Next(RIL_TEXTLINE));
+    if (heights.empty())
+        return 0;
+    const auto middle = heights.begin() + std::ssize(heights) / 2;
+    std::ranges::nth_element(heights, middle);
+    return *middle;
+}
+
+QList<RecognizedLine> TextRecognizer::lines() const
+{
+    QList<RecognizedLine> result;
+    const std::unique_ptr<tesseract::ResultIterator> line(m_api->GetIterator());
+    if (!line)
+        return result;
+    do {
+        if (line->Empty(RIL_TEXTLINE) || !tesseract::PTIsTextType(line->BlockType()))
+            continue;
+        const std::unique_ptr<char[]> text(line->GetUTF8Text(RIL_TEXTLINE));
+        result.append({QString::fromUtf8(text.get()), line->Confidence(RIL_TEXTLINE),
+                       line->IsAtFinalElement(RIL_PARA, RIL_TEXTLINE)});
+    } while (line->Next(RIL_TEXTLINE));
+    return result;
+}
+
+} // namespace lumora

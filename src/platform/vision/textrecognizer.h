@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "platform/vision/graypicture.h"
+#include "platform/vision/recognizedtext.h"
+
+#include <QDeadlineTimer>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+
+namespace tesseract {
+class TessBaseAPI;
+}
+
+namespace lumora {
+
+/// The languages that there is recognition data for, sorted. Any thread.
+QStringList installedRecognitionLanguages();
+
+/// Tesseract, loaded with some languages. An object is for one thread; any number of them work side by side.
+class TextRecognizer
+{
+public:
+    /// languages: the first one is tried first on every word. Throws ModelError where they cannot be loaded.
+    explicit TextRecognizer(const QStringList &languages);
+    ~TextRecognizer();
+    Q_DISABLE_COPY_MOVE(TextRecognizer)
+
+    enum class Layout {
+        page,      ///< columns, paragraphs and lines
+        scattered, ///< words anywhere, as on signs
+    };
+
+    struct Result
+    {
+        QList<RecognizedLine> lines; ///< in reading order
+        bool isComplete = true;      ///< not where the time was up, or the program ends
+    };
+
+    /// Small text is enlarged before. What has been recognised when the time is up counts.
+    Result recognize(const PagePicture &page, Layout layout, QDeadlineTimer end);
+
+private:
+    std::optional<double> show(const QImage &gray);
+    int lineHeight();
+    QList<RecognizedLine> lines() const;
+
+    std::unique_ptr<tesseract::TessBaseAPI> m_api;
+    QImage m_shown;
+};
+
+} // namespace lumora

@@ -1,0 +1,203 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/model/errors.h"
+#include "platform/model/tool.h"
+#include "platform/vision/ocrtool.h"
+#include "platform/vision/pictures.h"
+#include "platform/vision/textrecognizer.h"
+
+#include <QFile>
+#include <QLinearGradient>
+#include <QPainter>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QtConcurrentRun>
+
+#include <cstdio>
+#include <unistd.h>
+
+using namespace lumora;
+
+class OCRToolTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void reads_data();
+    void reads();
+    void saysThatThereIsNothing_data();
+    void saysThatThereIsNothing();
+    void readsSeveralAtOnce();
+    void endsInTime();
+    void keepsTheErrorStreamClean();
+    void failsWithoutLanguageData();
+
+private:
+    QString answer(const QImage &image) const;
+
+    static QStringList sampleLines();
+    const QTemporaryDir m_folder;
+};
+
+/// A sheet of paper that lies aslant on a table, with a lamp on one side.
+static QImage photographed(QImage page)
+{
+    QLinearGradient shade(0, 0, page.width(), page.height() / 4.0);
+    shade.setColorAt(0, QColor(255, 255, 255));
+    shade.setColorAt(1, QColor(60, 60, 60));
+    QPainter painter(&page);
+    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    painter.fillRect(page.rect(), shade);
+    painter.end();
+
+    QImage photo(page.size() * 1.4, QImage::Format_RGB32);
+    photo.fill(QColor(120, 90, 60));
+    painter.begin(&photo);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.translate(80, 120);
+    painter.rotate(-8);
+    painter.drawImage(0, 0, page);
+    return photo;
+}
+
+/// Specks in rows, more of them than a page has letters.
+static QImage specks()
+{
+    QImage image(2000, 1500, QImage::Format_Grayscale8);
+    image.fill(Qt::white);
+    for (int y = 0; y < image.height(); y += 6) {
+        for (int x = y % 4; x < image.width(); x += 6)
+            image.setPixel(x, y, 0);
+    }
+    return image;
+}
+
+QStringList OCRToolTest::sampleLines()
+{
+    return {"The lease begins on the first of March and", "ends after twelve months. The rent is 850 euros.", "",
+            "Two cats may live in the flat, but no dogs.", "Bicycles are kept in the cellar, room 14."};
+}
+
+QString OCRToolTest::answer(const QImage &image) const
+{
+    const QString path = m_folder.filePath(QStringLiteral("picture.png"));
+    return image.save(path) ? OCRTool{.imagePath = path}.call({}) : QStringLiteral("(not saved)");
+}
+
+void OCRToolTest::initTestCase()
+{
+    QVERIFY2(installedRecognitionLanguages().contains(QStringLiteral("eng")), "needs the package tesseract-ocr-eng");
+}
+
+void OCRToolTest::reads_data()
+{
+    QTest::addColumn<QImage>("picture");
+    const QStringList lines = sampleLines();
+    const QImage page = test::written({.lines = lines});
+    QTest::newRow("page") << page;
+    QTest::newRow("dark screenshot") << test::written(
+        {.lines = lines, .pixelSize = 16, .ink = QColor(220, 220, 220), .ground = QColor(30, 30, 34)});
+    QTest::newRow("small") << test::written({.lines = lines, .pixelSize = 9});
+    QTest::newRow("white on nothing") << test::written({.lines = lines, .ink = Qt::white, .ground = Qt::transparent});
+    QTest::newRow("black on nothing") << test::written({.lines = lines, .ground = Qt::transparent});
+    QTest::newRow("photo in uneven light") << photographed(page);
+    QTest::newRow("upside down") << page.mirrored(true, true);
+}
+
+/// The words of a text, without their punctuation.
+static QSet<QString> wordsOf(const QString &text)
+{
+    static const QRegularExpression gaps(QStringLiteral("[^\\w]+"));
+    const QStringList words = text.split(gaps, Qt::SkipEmptyParts);
+    return {words.begin(), words.end()};
+}
+
+void OCRToolTest::reads()
+{
+    QFETCH(QImage, picture);
+    const QString text = answer(picture);
+    const QSet<QString> missing = wordsOf(sampleLines().join(u' ')) - wordsOf(text);
+    QVERIFY2(missing.size() <= 1, qPrintable(text));
+    QVERIFY2(text.contains(u'\n'), "lines are kept apart");
+}
+
+void OCRToolTest::saysThatThereIsNothing_data()
+{
+    QTest::addColumn<QImage>("picture");
+    QImage blank(800, 600, QImage::Format_RGB32);
+    blank.fill(Qt::white);
+    QTest::newRow("blank") << blank;
+    QTest::newRow("one pixel") << blank.copy(0, 0, 1, 1);
+    QTest::newRow("a line") << blank.copy(0, 0, 800, 1);
+    QTest::newRow("noise") << test::noise({600, 400});
+    QTest::newRow("much noise") << test::noise({2500, 2000});
+    QTest::newRow("specks") << specks();
+}
+
+void OCRToolTest::saysThatThereIsNothing()
+{
+    QFETCH(QImage, picture);
+    QCOMPARE(answer(picture), QStringLiteral("No text was found in the attached image."));
+}
+
+void OCRToolTest::readsSeveralAtOnce()
+{
+    const QString path = m_folder.filePath(QStringLiteral("turned.jpg"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(test::jpegOfCamera(test::written({.lines = sampleLines()}), 6));
+    file.close();
+    const auto tool = makeTool(OCRTool{.imagePath = path});
+    const auto call = [&tool] { return tool->call(GeneratedContent::fromJson("{}")); };
+    QFuture<QString> first = QtConcurrent::run(call);
+    QFuture<QString> second = QtConcurrent::run(call);
+    QVERIFY2(wordsOf(first.result()).contains(wordsOf(sampleLines().join(u' '))), qPrintable(first.result()));
+    QCOMPARE(second.result(), first.result());
+}
+
+void OCRToolTest::endsInTime()
+{
+    TextRecognizer recognizer({QStringLiteral("eng")});
+    const PagePicture page =
+        pagePicture(test::written({.lines = sampleLines()}).convertToFormat(QImage::Format_Grayscale8));
+    const auto cutShort = recognizer.recognize(page, TextRecognizer::Layout::page, QDeadlineTimer(0));
+    QVERIFY(!cutShort.isComplete);
+    QCOMPARE(readableText(cutShort.lines, 40), QString());
+    QVERIFY(recognizer.recognize(page, TextRecognizer::Layout::page, QDeadlineTimer::Forever).isComplete);
+}
+
+void OCRToolTest::keepsTheErrorStreamClean()
+{
+    QFile captured(m_folder.filePath(QStringLiteral("stderr")));
+    QVERIFY(captured.open(QIODevice::ReadWrite));
+    std::fflush(stderr);
+    const int kept = dup(STDERR_FILENO);
+    dup2(captured.handle(), STDERR_FILENO);
+    for (const QImage &picture :
+         {test::noise({300, 200}), test::written({.lines = sampleLines()}), QImage(3, 3, QImage::Format_RGB32)})
+        answer(picture);
+    std::fflush(stderr);
+    dup2(kept, STDERR_FILENO);
+    close(kept);
+    captured.seek(0);
+    QCOMPARE(captured.readAll(), QByteArray());
+}
+
+void OCRToolTest::failsWithoutLanguageData()
+{
+    const QByteArray before = qgetenv("TESSDATA_PREFIX");
+    qputenv("TESSDATA_PREFIX", QFile::encodeName(m_folder.path()));
+    const QString path = m_folder.filePath(QStringLiteral("picture.png"));
+    QVERIFY(test::written({.lines = sampleLines()}).save(path));
+    QVERIFY_THROWS_EXCEPTION(ModelError, OCRTool{.imagePath = path}.call({}));
+    before.isNull() ? qunsetenv("TESSDATA_PREFIX") : qputenv("TESSDATA_PREFIX", before);
+    QVERIFY(OCRTool{.imagePath = m_folder.path()}.call({}).startsWith(
+        QLatin1String("The attached image could not be read")));
+}
+
+QTEST_MAIN(OCRToolTest)
+#include "tst_ocrtool.moc"
