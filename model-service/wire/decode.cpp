@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "wire/base64.h"
 #include "wire/json.h"
 #include "wire/messages.h"
 
@@ -42,6 +43,14 @@ std::int64_t integerOf(const Value &object, std::string_view name)
     if (!value.IsInt64())
         throw Malformed();
     return value.GetInt64();
+}
+
+bool truthOf(const Value &object, std::string_view name)
+{
+    const Value &value = required(object, name);
+    if (!value.IsBool())
+        throw Malformed();
+    return value.GetBool();
 }
 
 std::optional<std::int64_t> integerOrNull(const Value &object, std::string_view name)
@@ -90,6 +99,38 @@ std::vector<Tool> toolsOf(const Value &object)
     return tools;
 }
 
+Image imageOf(const Value &object)
+{
+    if (!object.IsObject())
+        throw Malformed();
+    const auto sideOf = [&object](std::string_view name) {
+        const std::int64_t side = integerOf(object, name);
+        if (side < 1 || side > largestImageSide)
+            throw Malformed();
+        return side;
+    };
+    const Value &pixels = required(object, "pixels");
+    auto bytes = pixels.IsString() ? fromBase64(view(pixels)) : std::nullopt;
+    Image image{sideOf("width"), sideOf("height"), {}};
+    if (!bytes || static_cast<std::int64_t>(bytes->size()) != 3 * image.width * image.height)
+        throw Malformed();
+    image.pixels = std::move(*bytes);
+    return image;
+}
+
+std::vector<Image> imagesOf(const Value &object)
+{
+    const Value *const list = member(object, "images");
+    if (list == nullptr)
+        return {};
+    if (!list->IsArray())
+        throw Malformed();
+    std::vector<Image> images;
+    for (const Value &image : list->GetArray())
+        images.push_back(imageOf(image));
+    return images;
+}
+
 std::optional<Sampling> samplingOf(const Value &options)
 {
     if (required(options, "sampling").IsNull())
@@ -113,7 +154,10 @@ Request loadOf(std::int64_t id, const Value &object)
     std::optional<std::int64_t> limit;
     if (member(object, "contextLimit") != nullptr)
         limit = integerOf(object, "contextLimit");
-    return Load{id, textOf(object, "path"), limit};
+    std::optional<std::string> projector;
+    if (member(object, "projector") != nullptr)
+        projector = textOf(object, "projector");
+    return Load{id, textOf(object, "path"), limit, std::move(projector)};
 }
 
 Request countOf(std::int64_t id, const Value &object)
@@ -127,6 +171,7 @@ Request respondOf(std::int64_t id, const Value &object)
                    textOf(object, "instructions"),
                    toolsOf(object),
                    textOf(object, "prompt"),
+                   imagesOf(object),
                    objectOrNull(object, "schema"),
                    optionsOf(object)};
 }
@@ -143,7 +188,7 @@ Request cancelOf(std::int64_t id, const Value &)
 
 Answer loadedOf(std::int64_t id, const Value &object)
 {
-    return Loaded{id, integerOf(object, "contextSize"), textOf(object, "description")};
+    return Loaded{id, integerOf(object, "contextSize"), textOf(object, "description"), truthOf(object, "readsImages")};
 }
 
 Answer countedOf(std::int64_t id, const Value &object)

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "wire/base64.h"
 #include "wire/json.h"
 #include "wire/messages.h"
 
@@ -33,6 +34,11 @@ public:
     {
         key(name);
         m_writer.Int64(number);
+    }
+    void member(std::string_view name, bool truth)
+    {
+        key(name);
+        m_writer.Bool(truth);
     }
     void numberOrNull(std::string_view name, const std::optional<double> &number)
     {
@@ -91,6 +97,19 @@ public:
         }
         m_writer.EndArray();
     }
+    void images(std::string_view name, const std::vector<Image> &images)
+    {
+        key(name);
+        m_writer.StartArray();
+        for (const Image &image : images) {
+            m_writer.StartObject();
+            member("width", image.width);
+            member("height", image.height);
+            base64("pixels", image.pixels);
+            m_writer.EndObject();
+        }
+        m_writer.EndArray();
+    }
 
     std::string finish()
     {
@@ -99,6 +118,17 @@ public:
     }
 
 private:
+    // Straight into the buffer: the writer would look at each of some million characters for what is never there.
+    void base64(std::string_view name, std::string_view bytes)
+    {
+        key(name);
+        m_writer.RawValue("", 0, rapidjson::kStringType); // the colon
+        const std::size_t size = base64Size(bytes.size());
+        char *const text = m_buffer.Push(size + 2);
+        text[0] = '"';
+        writeBase64(bytes, text + 1);
+        text[size + 1] = '"';
+    }
     void key(std::string_view name) { m_writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size())); }
     static void require(bool holds, const char *otherwise)
     {
@@ -118,6 +148,8 @@ std::string text(const Load &load)
     writer.member("path", load.path);
     if (load.contextLimit)
         writer.member("contextLimit", *load.contextLimit);
+    if (load.projector)
+        writer.member("projector", *load.projector);
     return writer.finish();
 }
 
@@ -134,6 +166,8 @@ std::string text(const Respond &respond)
     writer.member("instructions", respond.instructions);
     writer.tools("tools", respond.tools);
     writer.member("prompt", respond.prompt);
+    if (!respond.images.empty())
+        writer.images("images", respond.images);
     writer.objectOrNull("schema", respond.schema);
     writer.options("options", respond.options);
     return writer.finish();
@@ -157,6 +191,7 @@ std::string text(const Loaded &loaded)
     MessageWriter writer("loaded", loaded.id);
     writer.member("contextSize", loaded.contextSize);
     writer.member("description", loaded.description);
+    writer.member("readsImages", loaded.readsImages);
     return writer.finish();
 }
 

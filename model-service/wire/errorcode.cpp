@@ -11,10 +11,11 @@ namespace lumora::wire {
 
 namespace {
 
-constexpr std::array<std::pair<ErrorCode, std::string_view>, 8> names{{
+constexpr std::array<std::pair<ErrorCode, std::string_view>, 9> names{{
     {ErrorCode::cancelled, "cancelled"},
     {ErrorCode::notLoaded, "notLoaded"},
     {ErrorCode::badFile, "badFile"},
+    {ErrorCode::badProjector, "badProjector"},
     {ErrorCode::noMemory, "noMemory"},
     {ErrorCode::contextFull, "contextFull"},
     {ErrorCode::cutShort, "cutShort"},

@@ -21,6 +21,7 @@ struct Load
     std::int64_t id = 0;
     std::string path;
     std::optional<std::int64_t> contextLimit; ///< tokens
+    std::optional<std::string> projector;     ///< the path of the file that lets the model read images
     bool operator==(const Load &) const = default;
 };
 
@@ -53,12 +54,24 @@ struct Options
     bool operator==(const Options &) const = default;
 };
 
+/// An image as pixels, so that the service needs neither a decoder nor the file.
+struct Image
+{
+    std::int64_t width = 0;  ///< pixels; 1 to largestImageSide
+    std::int64_t height = 0; ///< the same
+    std::string pixels;      ///< 3 bytes each (red, green, blue), row after row from the top; not a text
+    bool operator==(const Image &) const = default;
+};
+
+constexpr std::int64_t largestImageSide = 16384;
+
 struct Respond
 {
     std::int64_t id = 0;
     std::string instructions;
     std::vector<Tool> tools;
     std::string prompt;
+    std::vector<Image> images;         ///< they follow the prompt; only for a model that reads images
     std::optional<std::string> schema; ///< JSON
     Options options;
     bool operator==(const Respond &) const = default;
@@ -86,6 +99,7 @@ struct Loaded
     std::int64_t id = 0;
     std::int64_t contextSize = 0; ///< tokens
     std::string description;      ///< for the log
+    bool readsImages = false;
     bool operator==(const Loaded &) const = default;
 };
 
@@ -126,6 +140,7 @@ enum class ErrorCode {
     cancelled,
     notLoaded,
     badFile,
+    badProjector,
     noMemory,
     contextFull,
     cutShort,
@@ -144,12 +159,13 @@ struct Failed
 using Answer = std::variant<Loaded, Counted, Text, ToolCall, Finished, Failed>;
 
 /// The body of a frame: one compact JSON object. Throws std::invalid_argument where a field said to hold JSON does not
-/// hold one object, or where a text is not UTF-8.
+/// hold one object, or where a text is not UTF-8. Pixels become base64.
 std::string encode(const Request &request);
 std::string encode(const Answer &answer);
 
 /// Nothing where the body is not a message of this direction: not JSON, nested deeper than 64, an unknown type, a
-/// member missing or of another type. Members that are not known are passed over.
+/// member missing or of another type, an image whose pixels are not as many as its sides say. Members that are not
+/// known are passed over.
 std::optional<Request> decodeRequest(std::string_view body);
 std::optional<Answer> decodeAnswer(std::string_view body);
 

@@ -18,6 +18,12 @@ const std::string respondBody =
     R"("schema":{"type":"object","properties":{"zone":{"type":"string"},"a":{"type":"string"}}}}],"prompt":"Grüße 👋",)"
     R"("schema":null,"options":{"sampling":"greedy","temperature":0.1,"maximumTokens":null}})";
 
+std::string withImage(const std::string &members)
+{
+    std::string text = respondBody;
+    return text.insert(text.size() - 1, R"(,"images":[{)" + members + "}]");
+}
+
 std::string without(std::string text, const std::string &part)
 {
     const auto at = text.find(part);
@@ -54,6 +60,7 @@ void MessagesTest::readsARequestAsDocumented()
     QVERIFY(request);
     QVERIFY(*request == Request(expected));
     QCOMPARE(encode(*request), respondBody);
+    QVERIFY(decodeRequest(withImage(R"("width":1,"height":1,"pixels":"AQID")")));
 }
 
 void MessagesTest::requestsComeBackEqual()
@@ -64,9 +71,17 @@ void MessagesTest::requestsComeBackEqual()
     full.tools = {{"one", "", "{}"}, {"two", "second", R"({"b":[1,2.5,null,true],"a":{}})"}};
     full.schema = R"({"type":"object"})";
     full.options = {Sampling::random, 1e-300, 1};
-    const std::vector<Request> requests = {
-        Load{1, "/a b/ü.gguf", std::nullopt},  Load{-2, "", 4096}, Count{3, ""}, Respond{}, full,
-        ToolOutput{4, "call-1", "line\nline"}, Cancel{5}};
+    std::string everyByte;
+    for (int byte = 0; byte < 256 + 2; ++byte)
+        everyByte += static_cast<char>(byte);
+    full.images = {{43, 2, everyByte}, {1, 1, std::string(3, '\0')}};
+    const std::vector<Request> requests = {Load{1, "/a b/ü.gguf", std::nullopt, "/mmproj.gguf"},
+                                           Load{-2, "", 4096},
+                                           Count{3, ""},
+                                           Respond{},
+                                           full,
+                                           ToolOutput{4, "call-1", "line\nline"},
+                                           Cancel{5}};
     for (const Request &request : requests)
         QVERIFY2(decodeRequest(encode(request)) == request, encode(request).c_str());
 }
@@ -74,14 +89,15 @@ void MessagesTest::requestsComeBackEqual()
 void MessagesTest::answersComeBackEqual()
 {
     std::vector<Answer> answers = {Loaded{1, 4096, "tiny"},
+                                   Loaded{1, 4096, "tiny", true},
                                    Counted{2, 0},
                                    Text{3, "é"},
                                    ToolCall{4, "call-1", "clock", R"({"zone":"UTC"})"},
                                    Finished{5, 10, 20, 25, std::nullopt},
                                    Finished{6, 0, 0, 0, R"({"title":"","keyPoints":[]})"}};
     for (const ErrorCode code :
-         {ErrorCode::cancelled, ErrorCode::notLoaded, ErrorCode::badFile, ErrorCode::noMemory, ErrorCode::contextFull,
-          ErrorCode::cutShort, ErrorCode::tooManyCalls, ErrorCode::internal})
+         {ErrorCode::cancelled, ErrorCode::notLoaded, ErrorCode::badFile, ErrorCode::badProjector, ErrorCode::noMemory,
+          ErrorCode::contextFull, ErrorCode::cutShort, ErrorCode::tooManyCalls, ErrorCode::internal})
         answers.emplace_back(Failed{7, code, "Something happened."});
     for (const Answer &answer : answers)
         QVERIFY2(decodeAnswer(encode(answer)) == answer, encode(answer).c_str());
@@ -110,6 +126,16 @@ void MessagesTest::refusesWhatIsNotAMessage_data()
         {"prompt is missing", without(respondBody, R"("prompt":"Grüße 👋",)")},
         {"a tool's name is missing", without(respondBody, R"("name":"clock",)")},
         {"temperature is missing", without(respondBody, R"("temperature":0.1,)")},
+        {"projector is a number", R"({"type":"load","id":1,"path":"","projector":4})"},
+        {"an image's side is missing", withImage(R"("width":1,"pixels":"AAAA")")},
+        {"an image without a pixel", withImage(R"("width":0,"height":1,"pixels":"")")},
+        {"an image with sides below zero", withImage(R"("width":-1,"height":-1,"pixels":"AAAA")")},
+        {"a pixel too few", withImage(R"("width":2,"height":1,"pixels":"AAAA")")},
+        {"a pixel too many", withImage(R"("width":1,"height":1,"pixels":"AAAAAAAA")")},
+        {"half a pixel", withImage(R"("width":1,"height":1,"pixels":"AA")")},
+        {"pixels with padding", withImage(R"("width":1,"height":1,"pixels":"AAA=")")},
+        {"pixels that are no base64", withImage(R"("width":1,"height":1,"pixels":"AA\u00e9")")},
+        {"an image too large", withImage(R"("width":4294967297,"height":4294967297,"pixels":"AAAA")")},
         {"unknown sampling", R"({"type":"respond","id":1,"instructions":"","tools":[],"prompt":"","schema":null,)"
                              R"("options":{"sampling":"beam","temperature":null,"maximumTokens":null}})"},
         {"nested too deep",
