@@ -7,6 +7,7 @@
 # unpacked (PREFIX/usr/include, PREFIX/usr/lib/ARCHITECTURE/…). A program built on it runs under that folder's own loader.
 # Without it, the system's libllama is taken. Sets LUMORA_LLAMA_FOUND, and where it is on offers
 #   Lumora::llama   what such a program links
+#   Lumora::mtmd    where LUMORA_MTMD_FOUND is on as well: libmtmd, which comes with libllama and reads images
 #   lumora_add_llama_program(NAME SOURCES … LINKS … ARGUMENTS …)
 #       builds bin/NAME; ARGUMENTS are what the launcher passes before its own, with @BACKENDS@ for the folder of ggml's
 #       backends. They are passed only where there is a launcher.
@@ -14,6 +15,7 @@
 
 set(LUMORA_LLAMA_PREFIX "" CACHE PATH "Folder with libllama's unpacked packages; empty for the system's libllama")
 set(LUMORA_LLAMA_FOUND OFF)
+set(LUMORA_MTMD_FOUND OFF)
 
 if(LUMORA_LLAMA_PREFIX)
     file(GLOB lumora_llama_libraries ${LUMORA_LLAMA_PREFIX}/usr/lib/*/libllama.so)
@@ -53,6 +55,51 @@ else()
     endif()
 endif()
 
+# libmtmd's functions still change from version to version. One that has others than are called counts as none.
+if(LUMORA_LLAMA_FOUND)
+    if(LUMORA_LLAMA_PREFIX)
+        find_library(LUMORA_MTMD_LIBRARY mtmd PATHS ${LUMORA_LLAMA_FOLDER} NO_DEFAULT_PATH NO_CACHE)
+        find_path(LUMORA_MTMD_HEADERS mtmd-helper.h PATHS ${LUMORA_LLAMA_PREFIX}/usr/include NO_DEFAULT_PATH NO_CACHE)
+    else()
+        find_library(LUMORA_MTMD_LIBRARY mtmd NO_CACHE)
+        find_path(LUMORA_MTMD_HEADERS mtmd-helper.h NO_CACHE)
+    endif()
+    string(MD5 found "${LUMORA_MTMD_LIBRARY} ${LUMORA_MTMD_HEADERS}") # what was checked of one holds for no other
+    if(LUMORA_MTMD_LIBRARY AND LUMORA_MTMD_HEADERS)
+        include(CheckCXXSourceCompiles)
+        set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY) # nothing to link
+        set(CMAKE_REQUIRED_LIBRARIES Lumora::llama)
+        set(CMAKE_REQUIRED_INCLUDES ${LUMORA_MTMD_HEADERS})
+        check_cxx_source_compiles("
+            #include <mtmd-helper.h>
+            int tokenize(mtmd_context *c, mtmd_input_chunks *o, const mtmd_input_part *const *p)
+            {
+                return mtmd_tokenize_from_parts(c, o, p, 1, false);
+            }
+            int decode(mtmd_context *c, llama_context *l, const mtmd_input_chunk *k, float *e, llama_pos *n)
+            {
+                return mtmd_decode_use_non_causal(c, k)
+                    && mtmd_helper_decode_image_chunk(c, l, k, e, 0, 0, 1, n, nullptr, nullptr);
+            }
+            void set(mtmd_context_params &p)
+            {
+                p.cb_eval = nullptr;
+                p.progress_callback = nullptr;
+            }" LUMORA_MTMD_USABLE_${found})
+        unset(CMAKE_TRY_COMPILE_TARGET_TYPE)
+        unset(CMAKE_REQUIRED_LIBRARIES)
+        unset(CMAKE_REQUIRED_INCLUDES)
+    endif()
+    if(LUMORA_MTMD_USABLE_${found})
+        set(LUMORA_MTMD_FOUND ON)
+        add_library(Lumora::mtmd INTERFACE IMPORTED)
+        target_include_directories(Lumora::mtmd SYSTEM INTERFACE ${LUMORA_MTMD_HEADERS})
+        target_link_libraries(Lumora::mtmd INTERFACE ${LUMORA_MTMD_LIBRARY} Lumora::llama)
+    else()
+        message(STATUS "libmtmd: not found, or another version. The model service reads no images.")
+    endif()
+endif()
+
 # A text as it has to stand between double quotes in a shell's script.
 function(lumora_quote_for_shell text output)
     string(REGEX REPLACE "([\\\\\"$`])" "\\\\\\1" quoted "${text}")
@@ -85,7 +132,7 @@ function(lumora_install_llama_program name folder)
     install(PROGRAMS ${launcher} $<TARGET_FILE:${name}> DESTINATION ${folder})
     # The loader, the C and C++ libraries, and the engine with its backends; not what only its own tools need.
     file(GLOB libraries ${LUMORA_LLAMA_FOLDER}/lib*.so.*)
-    list(FILTER libraries INCLUDE REGEX "/lib(c|m|mvec|gcc_s|stdc[+][+]|gomp|llama|ggml|ggml-base|pthread|dl|rt)\\.so")
+    list(FILTER libraries INCLUDE REGEX "/lib(c|m|mvec|gcc_s|stdc[+][+]|gomp|llama|mtmd|ggml|ggml-base|pthread|dl|rt)\\.so")
     install(PROGRAMS ${LUMORA_LLAMA_LOADER} DESTINATION ${folder}/runtime)
     install(FILES ${libraries} DESTINATION ${folder}/runtime)
     install(DIRECTORY ${LUMORA_LLAMA_BACKENDS} DESTINATION ${folder}/runtime/ggml)

@@ -18,14 +18,6 @@ namespace {
 
 constexpr std::size_t batchSize = 512; // tokens that are evaluated in one go
 
-bool isStopRequested(void *stop)
-{
-    const bool requested = static_cast<const std::stop_token *>(stop)->stop_requested();
-    if (requested)
-        muteLog(true);
-    return requested;
-}
-
 bool goesOn(float, void *stop)
 {
     return !static_cast<const std::stop_token *>(stop)->stop_requested();
@@ -84,6 +76,7 @@ void LlamaEngine::unload()
 {
     m_contextSize = 0;
     m_sampler.reset();
+    m_images.reset();
     m_context.reset();
     m_vocabulary.reset();
     m_model.reset();
@@ -150,16 +143,15 @@ bool LlamaEngine::makeContext(const Loading &loading, std::int64_t size)
     parameters.n_outputs_max = 1;
     parameters.n_threads = threadsFor(loading.header.fileSize, physicalCores());
     parameters.n_threads_batch = parameters.n_threads;
-    parameters.abort_callback = isStopRequested;
-    parameters.abort_callback_data = &m_stop;
     parameters.no_perf = true;
     parameters.swa_full = true; // so that one can go back to any earlier token
-    m_context.reset(llama_init_from_model(m_model.get(), parameters));
-    if (!m_context)
+    ContextHandle context(llama_init_from_model(m_model.get(), parameters));
+    if (!context)
         return false;
-    if (llama_get_memory(m_context.get()) == nullptr)
+    if (llama_get_memory(context.get()) == nullptr)
         throw badFile(loading.path, "it is not a model that writes text");
-    m_contextSize = std::min<std::size_t>(static_cast<std::size_t>(size), llama_n_ctx(m_context.get()));
+    m_contextSize = std::min<std::size_t>(static_cast<std::size_t>(size), llama_n_ctx(context.get()));
+    m_context = std::make_unique<LlamaContext>(std::move(context));
     return true;
 }
 
@@ -215,49 +207,29 @@ std::optional<std::string> LlamaEngine::applyTemplate(std::span<const ChatMessag
     return applyTemplateOf(m_model.get(), messages);
 }
 
+void LlamaEngine::loadProjector(const std::string &path, const std::stop_token &stop)
+{
+    m_images = LlamaImages::load(path, m_model.get(), stop);
+}
+
+std::vector<PreparedImage> LlamaEngine::prepareImages(std::span<const wire::Image> images)
+{
+    return m_images->prepare(images);
+}
+
 std::size_t LlamaEngine::keep(std::size_t count)
 {
-    llama_memory_t memory = llama_get_memory(m_context.get());
-    const auto position = static_cast<llama_pos>(count);
-    if (count > 0 && llama_memory_seq_rm(memory, 0, position, -1) &&
-        llama_memory_seq_pos_max(memory, 0) == position - 1 &&
-        (!goesBack() || llama_memory_seq_pos_min(memory, 0) == 0))
-        return count;
-    llama_memory_clear(memory, false);
-    return 0;
+    return m_context->keep(count);
 }
 
 std::size_t LlamaEngine::evaluate(std::span<const Token> tokens, std::size_t position, const std::stop_token &stop)
 {
-    llama_memory_t memory = llama_get_memory(m_context.get());
-    m_stop = stop;
-    std::vector<Token> batch;
-    for (std::size_t done = 0; done < tokens.size(); done += batch.size()) {
-        if (stop.stop_requested())
-            return position + done;
-        const auto part = tokens.subspan(done, std::min(batchSize, tokens.size() - done));
-        batch.assign(part.begin(), part.end());
-        const int result =
-            llama_decode(m_context.get(), llama_batch_get_one(batch.data(), static_cast<int>(batch.size())));
-        muteLog(false);
-        if (result == 0)
-            continue;
-        // An aborted evaluation leaves what it completed, but a state that cannot go back may be half-way on.
-        if (result == 2 && goesBack()) {
-            const llama_pos next = llama_memory_seq_pos_max(memory, 0) + 1;
-            return static_cast<std::size_t>(next);
-        }
-        llama_memory_clear(memory, false);
-        if (result == 2)
-            return 0;
-        throw internalFailure("the evaluation ended with " + std::to_string(result));
-    }
-    return position + tokens.size();
+    return m_context->evaluate(tokens, position, stop);
 }
 
-bool LlamaEngine::goesBack() const
+std::size_t LlamaEngine::evaluateImage(std::size_t number, std::size_t position, const std::stop_token &stop)
 {
-    return !llama_model_is_recurrent(m_model.get()) && !llama_model_is_hybrid(m_model.get());
+    return m_context->evaluateImage(*m_images, number, position, stop);
 }
 
 void LlamaEngine::startSampling(const SamplingSettings &settings)
@@ -272,7 +244,7 @@ void LlamaEngine::setGrammar(const std::string &gbnf)
 
 Token LlamaEngine::sample()
 {
-    return m_sampler->sample(m_context.get());
+    return m_sampler->sample(m_context->handle());
 }
 
 } // namespace lumora::service

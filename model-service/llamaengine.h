@@ -4,7 +4,9 @@
 #pragma once
 
 #include "core/engine.h"
+#include "llamacontext.h"
 #include "llamahandles.h"
+#include "llamaimages.h"
 #include "llamasampler.h"
 #include "llamavocabulary.h"
 
@@ -29,6 +31,8 @@ public:
 
     std::string load(const std::string &path, std::optional<std::int64_t> contextLimit,
                      const std::stop_token &stop) override;
+    void loadProjector(const std::string &path, const std::stop_token &stop) override;
+    bool readsImages() const override { return m_images != nullptr; }
     std::size_t contextSize() const override { return m_contextSize; }
     SamplingDefaults samplingDefaults() const override;
     std::vector<Token> tokenize(std::string_view text, SpecialTokens special) const override;
@@ -37,8 +41,10 @@ public:
     std::string tokenBytes(Token token) const override;
     bool endsTurn(Token token) const override;
     std::optional<std::string> applyTemplate(std::span<const ChatMessage> messages) const override;
+    std::vector<PreparedImage> prepareImages(std::span<const wire::Image> images) override;
     std::size_t keep(std::size_t count) override;
     std::size_t evaluate(std::span<const Token> tokens, std::size_t position, const std::stop_token &stop) override;
+    std::size_t evaluateImage(std::size_t number, std::size_t position, const std::stop_token &stop) override;
     void startSampling(const SamplingSettings &settings) override;
     void setGrammar(const std::string &gbnf) override;
     Token sample() override;
@@ -52,14 +58,13 @@ private:
     std::int64_t chooseContext(const Loading &loading) const;
     bool makeContext(const Loading &loading, std::int64_t size);
     bool warmUp(const Loading &loading);
-    bool goesBack() const;
 
     ModelHandle m_model;
     std::unique_ptr<LlamaVocabulary> m_vocabulary;
-    ContextHandle m_context;
+    std::unique_ptr<LlamaContext> m_context;
+    std::unique_ptr<LlamaImages> m_images; // null: the model reads none
     std::unique_ptr<LlamaSampler> m_sampler;
     std::size_t m_contextSize = 0;
-    std::stop_token m_stop; // of the evaluation that runs
 };
 
 } // namespace lumora::service

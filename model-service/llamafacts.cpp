@@ -92,6 +92,11 @@ void receiveLog()
     });
 }
 
+ggml_log_callback logReceiver()
+{
+    return takeLog;
+}
+
 void muteLog(bool muted)
 {
     logIsMuted = muted;
@@ -103,10 +108,15 @@ void forgetErrors()
     errors.clear();
 }
 
-std::string reasonOfErrors(const std::string &architecture)
+bool hasComplainedOf(const std::string &words)
 {
     const std::scoped_lock lock(logMutex);
-    if (errors.find("unknown model architecture") != std::string::npos)
+    return errors.find(words) != std::string::npos;
+}
+
+std::string reasonOfErrors(const std::string &architecture)
+{
+    if (hasComplainedOf("unknown model architecture"))
         return "models of the kind “" + firstCharacters(architecture, 64) + "” are not known to this version";
     return "it is damaged, incomplete, or of a kind that this version does not know";
 }

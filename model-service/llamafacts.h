@@ -18,6 +18,9 @@ namespace lumora::service {
 /// gives up, it says why and aborts; left alone, it would start a debugger on this process.
 void receiveLog();
 
+/// Where the log of another library of ggml's goes the same way.
+ggml_log_callback logReceiver();
+
 /// libllama complains about an evaluation that was aborted, which is nothing to complain about.
 void muteLog(bool muted);
 
@@ -25,6 +28,9 @@ void forgetErrors();
 
 /// Why a file did not load, as half a sentence, from what libllama has complained about since errors were forgotten.
 std::string reasonOfErrors(const std::string &architecture);
+
+/// Whether libllama has complained in these words since errors were forgotten.
+bool hasComplainedOf(const std::string &words);
 
 /// Half a sentence where a model that loads is not one that holds a conversation.
 std::optional<std::string> reasonNotToConverse(const llama_model *model);

@@ -8,28 +8,31 @@
 #include "core/utf8.h"
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace lumora::service {
 
 namespace {
 
-// Two noncharacters, which are never part of a text meant for others. The first cuts a special token's text in two
-// where it stands in somebody's words; the second stands for a turn of the model.
+// Three noncharacters, which are never part of a text meant for others. The first cuts a special token's text in two
+// where it stands in somebody's words; the second stands for a turn of the model, the third for an image.
 constexpr std::string_view cut = "\xEF\xB7\x90";
 constexpr std::string_view modelTurn = "\xEF\xB7\x91";
-static_assert(cut.size() == modelTurn.size());
+constexpr std::string_view imageMark = "\xEF\xB7\x92";
+static_assert(cut.size() == modelTurn.size() && cut.size() == imageMark.size());
 
 constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
 constexpr std::string_view thoughtMark = "<think>";
 
-// Without the two marks, which mean something else here, and without U+0000, at which a template would end the text.
+// Without the marks, which mean something else here, and without U+0000, at which a template would end the text.
 std::string cleaned(std::string_view text)
 {
     std::string clean;
     clean.reserve(text.size());
     while (!text.empty()) {
-        if (text.starts_with(cut) || text.starts_with(modelTurn)) {
+        if (text.starts_with(cut) || text.starts_with(modelTurn) || text.starts_with(imageMark)) {
             text.remove_prefix(cut.size());
             continue;
         }
@@ -66,15 +69,35 @@ Conversation::Conversation(const Engine &engine)
         m_specialBeginnings.set(static_cast<unsigned char>(mark.front()));
 }
 
-std::vector<Token> Conversation::opening(const wire::Respond &request) const
+Sequence Conversation::opening(const wire::Respond &request, std::span<const PreparedImage> images) const
 {
     std::vector<ChatMessage> messages;
     if (const std::string system = systemText(request); !system.empty())
         messages.push_back({ChatMessage::Role::system, guarded(system)});
-    messages.push_back({ChatMessage::Role::user, guarded(request.prompt)});
-    std::vector<Token> all = tokens(layOut(messages));
-    if (const auto first = m_engine.openingToken(); first && (all.empty() || all.front() != *first))
-        all.insert(all.begin(), *first);
+    std::string prompt = guarded(request.prompt);
+    for (std::size_t i = 0; i < images.size(); ++i)
+        prompt += "\n\n" + std::string(imageMark);
+    messages.push_back({ChatMessage::Role::user, std::move(prompt)});
+    const std::string laidOut = layOut(messages);
+
+    Sequence all;
+    const auto appendText = [&](std::string_view text) {
+        const std::vector<Token> read = tokens(text);
+        const auto first = m_engine.openingToken();
+        if (first && all.tokens.empty() && (read.empty() || read.front() != *first))
+            all.append({&*first, 1});
+        all.append(read);
+    };
+    std::string_view rest = laidOut;
+    for (std::size_t i = 0; i < images.size(); ++i) {
+        const std::size_t mark = rest.find(imageMark);
+        if (mark == std::string_view::npos)
+            throw internalFailure("the model's chat template leaves an image out");
+        appendText(rest.substr(0, mark));
+        all.append(images[i], std::make_shared<const wire::Image>(request.images[i]));
+        rest.remove_prefix(mark + imageMark.size());
+    }
+    appendText(rest);
     return all;
 }
 

@@ -4,9 +4,11 @@
 #pragma once
 
 #include "core/engine.h"
+#include "core/sequence.h"
 #include "wire/messages.h"
 
 #include <bitset>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,9 +21,10 @@ class Conversation
 public:
     explicit Conversation(const Engine &engine);
 
-    /// Instructions and tools as the system's message, then the prompt as the user's, up to where the model's turn
-    /// begins. A schema is not laid out: it binds the answer, and what the model is to know of it stands in the prompt.
-    std::vector<Token> opening(const wire::Respond &request) const;
+    /// Instructions and tools as the system's message, then the prompt and its images as the user's, up to where the
+    /// model's turn begins. images: as the engine has prepared them, one for each of the request's. A schema is not
+    /// laid out: it binds the answer, and what the model is to know of it stands in the prompt.
+    Sequence opening(const wire::Respond &request, std::span<const PreparedImage> images) const;
 
     /// What stands between a call, which ended the model's turn, and the model's next turn. output: valid UTF-8.
     std::vector<Token> toolTurn(std::string_view tool, std::string_view output) const;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "core/sampling.h"
+#include "wire/messages.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +13,7 @@
 #include <stop_token>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace lumora::service {
@@ -37,6 +39,19 @@ enum class SpecialTokens {
     recognised, ///< a mark is read as its one token
 };
 
+/// A stretch of an image, which a model reads as a whole.
+struct ImageStretch
+{
+    std::size_t number = 0; ///< among those of all images that were prepared together
+    std::size_t size = 0;   ///< tokens that it takes in the context
+
+    bool operator==(const ImageStretch &) const = default;
+};
+
+/// What stands for an image, in order: its stretches, and the tokens with which the model marks where they begin and
+/// end.
+using PreparedImage = std::vector<std::variant<std::vector<Token>, ImageStretch>>;
+
 /// What runs a model: one model, one sequence of tokens. Used by one thread; a stop may be requested by another.
 /// Everything but load and contextSize needs a loaded model.
 class Engine
@@ -51,6 +66,12 @@ public:
     /// cancelled. contextLimit: tokens. Returns a description for the log.
     virtual std::string load(const std::string &path, std::optional<std::int64_t> contextLimit,
                              const std::stop_token &stop) = 0;
+
+    /// Lets the model that is loaded read images. Throws Failure, after which it reads text as before: badFile,
+    /// noMemory, cancelled.
+    virtual void loadProjector(const std::string &path, const std::stop_token &stop) = 0;
+
+    virtual bool readsImages() const = 0;
 
     /// Tokens; 0 while no model is loaded.
     virtual std::size_t contextSize() const = 0;
@@ -77,14 +98,22 @@ public:
     /// file names no layout, or one that is not known.
     virtual std::optional<std::string> applyTemplate(std::span<const ChatMessage> messages) const = 0;
 
-    /// Forgets what was evaluated after the first count tokens. Returns how many remain: count, or 0 where the model
-    /// cannot go back to there.
+    /// Gets images ready to be evaluated, in the place of those that were ready before. Needs a model that reads
+    /// images. Throws Failure.
+    virtual std::vector<PreparedImage> prepareImages(std::span<const wire::Image> images) = 0;
+
+    /// Forgets what was evaluated after the first count tokens, which cut no stretch of an image in two. Returns how
+    /// many remain: count, or 0 where the model cannot go back to there.
     virtual std::size_t keep(std::size_t count) = 0;
 
     /// Evaluates tokens that follow the first position ones, so that the next can be sampled. Returns how many tokens
     /// stand evaluated then, all together: fewer than asked for where a stop was requested meanwhile. Throws Failure,
     /// after which nothing is evaluated.
     virtual std::size_t evaluate(std::span<const Token> tokens, std::size_t position, const std::stop_token &stop) = 0;
+
+    /// Evaluates a stretch of the images that were prepared last, which follows the first position tokens. Returns as
+    /// evaluate does: a stretch is evaluated as a whole or not at all.
+    virtual std::size_t evaluateImage(std::size_t number, std::size_t position, const std::stop_token &stop) = 0;
 
     virtual void startSampling(const SamplingSettings &settings) = 0;
 

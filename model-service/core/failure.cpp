@@ -41,6 +41,12 @@ Failure badFile(const std::string &path, const std::string &reason)
             "The model file " + fileName(path) + " cannot be used: " + reason + ". Choose another model file."};
 }
 
+Failure badProjector(const std::string &path)
+{
+    return {wire::ErrorCode::badProjector, "The program that runs the model crashed while it read the file " +
+                                               fileName(path) + ", with which the model would read images."};
+}
+
 Failure noMemoryFor(const std::string &path)
 {
     return {wire::ErrorCode::noMemory, "There is not enough free memory for the model " + fileName(path) +
@@ -51,6 +57,13 @@ Failure promptTooLong()
 {
     return {wire::ErrorCode::contextFull,
             "The message does not fit into what the language model can read at once. Send a shorter message."};
+}
+
+Failure imageTooLarge()
+{
+    return {wire::ErrorCode::contextFull,
+            "The message and its image do not fit into what the language model can read at once. Send a smaller image, "
+            "or a shorter message."};
 }
 
 Failure replyFilledContext()

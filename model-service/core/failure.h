@@ -30,8 +30,11 @@ Failure notLoaded();
 /// path: of the model file, of which the message names the last component; reason: half a sentence, such as "it is
 /// cut".
 Failure badFile(const std::string &path, const std::string &reason);
+/// path: of the file that lets a model read images, over which the engine crashes.
+Failure badProjector(const std::string &path);
 Failure noMemoryFor(const std::string &path);
 Failure promptTooLong();
+Failure imageTooLarge();
 Failure replyFilledContext();
 Failure answerCutShort();
 Failure endedInThought();

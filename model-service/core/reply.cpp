@@ -41,13 +41,24 @@ Reply::Reply(Engine &engine, TokenContext &context, const wire::Respond &request
 
 wire::Finished Reply::run()
 {
-    m_tokens = m_conversation.opening(m_request);
-    m_inputTokens = m_tokens.size();
-    if (m_tokens.size() + smallestReply > m_engine.contextSize())
-        throw promptTooLong();
+    open();
     m_engine.startSampling(samplingSettings(m_engine.samplingDefaults(), m_request.options));
     m_engine.setGrammar({});
     return m_request.schema ? runObject(*m_request.schema) : runText();
+}
+
+void Reply::open()
+{
+    std::vector<PreparedImage> images;
+    if (!m_request.images.empty()) {
+        if (!m_engine.readsImages())
+            throw internalFailure("it was given an image, and reads none");
+        images = m_engine.prepareImages(m_request.images);
+    }
+    m_sequence = m_conversation.opening(m_request, images);
+    m_inputTokens = m_sequence.tokens.size();
+    if (m_inputTokens + smallestReply > m_engine.contextSize())
+        throw images.empty() ? promptTooLong() : imageTooLarge();
 }
 
 wire::Finished Reply::runText()
@@ -121,16 +132,16 @@ std::string Reply::readObject(std::string_view beginning)
 
 Reply::Step Reply::step(std::string &bytes)
 {
-    const auto written = static_cast<std::int64_t>(m_tokens.size() - m_inputTokens);
+    const auto written = static_cast<std::int64_t>(m_sequence.tokens.size() - m_inputTokens);
     if (m_request.options.maximumTokens && written >= *m_request.options.maximumTokens)
         return Step::reachedLimit;
-    if (m_tokens.size() >= m_engine.contextSize())
+    if (m_sequence.tokens.size() >= m_engine.contextSize())
         return Step::filledContext;
-    m_context.advanceTo(m_tokens, m_port.stop);
+    m_context.advanceTo(m_sequence, m_port.stop);
     const Token token = m_engine.sample();
     if (m_engine.endsTurn(token))
         return Step::endedTurn;
-    m_tokens.push_back(token);
+    m_sequence.tokens.push_back(token);
     bytes = m_engine.tokenBytes(token);
     return Step::wrote;
 }
@@ -150,7 +161,7 @@ void Reply::makeCall(const std::string &json)
     if (!output)
         throw cancelled();
     const std::vector<Token> turn = fittingTurn(call.name, *output);
-    m_tokens.insert(m_tokens.end(), turn.begin(), turn.end());
+    m_sequence.append(turn);
     m_inputTokens += turn.size();
 }
 
@@ -158,16 +169,16 @@ void Reply::makeCall(const std::string &json)
 // up to there is put in its place.
 void Reply::cutLastToken(std::string_view bytes)
 {
-    if (bytes.size() == m_engine.tokenBytes(m_tokens.back()).size())
+    if (bytes.size() == m_engine.tokenBytes(m_sequence.tokens.back()).size())
         return;
-    m_tokens.pop_back();
+    m_sequence.tokens.pop_back();
     const std::vector<Token> part = m_engine.tokenize(bytes, SpecialTokens::asText);
-    m_tokens.insert(m_tokens.end(), part.begin(), part.end());
+    m_sequence.append(part);
 }
 
 std::vector<Token> Reply::fittingTurn(const std::string &tool, const std::string &output) const
 {
-    const std::size_t taken = m_tokens.size() + roomForAnswer(m_engine.contextSize());
+    const std::size_t taken = m_sequence.tokens.size() + roomForAnswer(m_engine.contextSize());
     const std::size_t room = m_engine.contextSize() - std::min(taken, m_engine.contextSize());
     std::string_view part = prefixOfCharacters(output, room * longestPiece);
     for (;;) {
@@ -184,7 +195,7 @@ std::vector<Token> Reply::fittingTurn(const std::string &tool, const std::string
 wire::Finished Reply::finished(std::optional<std::string> content) const
 {
     return {m_request.id, static_cast<std::int64_t>(m_inputTokens),
-            static_cast<std::int64_t>(m_tokens.size() - m_inputTokens),
+            static_cast<std::int64_t>(m_sequence.tokens.size() - m_inputTokens),
             static_cast<std::int64_t>(m_context.evaluatedCount() - m_evaluatedBefore), std::move(content)};
 }
 

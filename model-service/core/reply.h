@@ -6,6 +6,7 @@
 #include "core/conversation.h"
 #include "core/engine.h"
 #include "core/replyreader.h"
+#include "core/sequence.h"
 #include "core/textpacer.h"
 #include "core/tokencontext.h"
 #include "wire/messages.h"
@@ -54,6 +55,7 @@ private:
         filledContext,
     };
 
+    void open();
     wire::Finished runText();
     wire::Finished runObject(const std::string &schema);
     TurnEnd readText();
@@ -71,8 +73,8 @@ private:
     ReplyPort m_port;
     Conversation m_conversation;
     TextPacer m_text;
-    std::vector<Token> m_tokens;   // all that the model has read and written
-    std::size_t m_inputTokens = 0; // of them, those that it did not write
+    Sequence m_sequence;           // all that the model has read and written
+    std::size_t m_inputTokens = 0; // of it, what it did not write
     std::size_t m_evaluatedBefore = 0;
     int m_calls = 0;
 };

@@ -18,6 +18,24 @@ wire::Answer failed(std::int64_t id, const Failure &failure)
     return wire::Failed{id, failure.code(), failure.message()};
 }
 
+/// Says, as long as it lives, what a crash of the engine would mean.
+class CrashWatch
+{
+public:
+    CrashWatch(const std::function<void(const wire::Answer *)> &tell, std::int64_t id, const Failure &meaning)
+        : m_tell(tell)
+    {
+        const wire::Answer ifItCrashes = failed(id, meaning);
+        m_tell(&ifItCrashes);
+    }
+    ~CrashWatch() { m_tell(nullptr); }
+    CrashWatch(const CrashWatch &) = delete;
+    CrashWatch &operator=(const CrashWatch &) = delete;
+
+private:
+    const std::function<void(const wire::Answer *)> &m_tell;
+};
+
 } // namespace
 
 Service::Service(Engine &engine, Inbox &inbox, Send send, std::function<void(const wire::Answer *)> loadCrashes)
@@ -77,18 +95,32 @@ wire::Answer Service::answer(const Job &job)
 
 wire::Answer Service::work(const wire::Load &load, const std::stop_token &stop)
 {
-    const wire::Answer ifItCrashes =
-        failed(load.id, badFile(load.path, "the program that runs it crashed while it read the file"));
-    struct Watch
-    {
-        const std::function<void(const wire::Answer *)> &tell;
-        ~Watch() { tell(nullptr); }
-    };
     m_context.forget();
-    m_loadCrashes(&ifItCrashes);
-    const Watch watch{m_loadCrashes};
-    std::string description = m_engine.load(load.path, load.contextLimit, stop);
-    return wire::Loaded{load.id, static_cast<std::int64_t>(m_engine.contextSize()), std::move(description)};
+    std::string description;
+    {
+        const CrashWatch watch(m_loadCrashes, load.id,
+                               badFile(load.path, "the program that runs it crashed while it read the file"));
+        description = m_engine.load(load.path, load.contextLimit, stop);
+    }
+    const bool readsImages = load.projector && loadProjector(load.id, *load.projector, stop, description);
+    return wire::Loaded{load.id, static_cast<std::int64_t>(m_engine.contextSize()), std::move(description),
+                        readsImages};
+}
+
+/// Whether it was loaded. A model without one is of use all the same.
+bool Service::loadProjector(std::int64_t id, const std::string &path, const std::stop_token &stop,
+                            std::string &description)
+{
+    const CrashWatch watch(m_loadCrashes, id, badProjector(path));
+    try {
+        m_engine.loadProjector(path, stop);
+        return true;
+    } catch (const std::exception &error) {
+        if (stop.stop_requested())
+            throw cancelled();
+        description += ". " + std::string(error.what());
+        return false;
+    }
 }
 
 wire::Answer Service::work(const wire::Count &count, const std::stop_token &)

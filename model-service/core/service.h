@@ -8,7 +8,9 @@
 #include "core/tokencontext.h"
 #include "wire/messages.h"
 
+#include <cstdint>
 #include <functional>
+#include <string>
 
 namespace lumora::service {
 
@@ -18,8 +20,8 @@ class Service
 public:
     using Send = std::function<void(const wire::Answer &)>;
 
-    /// send is called by the thread that runs. loadCrashes is told, before a model file is given to the engine, what is
-    /// to be answered should the engine crash over it, and null once that is over.
+    /// send is called by the thread that runs. loadCrashes is told, before a file is given to the engine, what is to be
+    /// answered should the engine crash over it, and null once that is over.
     Service(Engine &engine, Inbox &inbox, Send send, std::function<void(const wire::Answer *)> loadCrashes);
 
     /// Returns once the inbox is closed.
@@ -31,6 +33,7 @@ private:
     wire::Answer work(const wire::Load &load, const std::stop_token &stop);
     wire::Answer work(const wire::Count &count, const std::stop_token &stop);
     wire::Answer work(const wire::Respond &respond, const std::stop_token &stop);
+    bool loadProjector(std::int64_t id, const std::string &path, const std::stop_token &stop, std::string &description);
     void requireModel() const;
 
     Engine &m_engine;

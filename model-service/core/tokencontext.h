@@ -4,23 +4,24 @@
 #pragma once
 
 #include "core/engine.h"
+#include "core/sequence.h"
 
 #include <cstddef>
 #include <stop_token>
-#include <vector>
 
 namespace lumora::service {
 
-/// Knows which tokens an engine stands after, and takes it on to others at the least cost: what both begin with is
+/// Knows which sequence an engine stands after, and takes it on to another at the least cost: what both begin with is
 /// kept.
 class TokenContext
 {
 public:
     explicit TokenContext(Engine &engine);
 
-    /// The engine stands after these tokens then, ready to sample. They are at least one and no more than the context
-    /// holds. Throws Failure: cancelled, after which what was evaluated until then is still known, and internal.
-    void advanceTo(const std::vector<Token> &tokens, const std::stop_token &stop);
+    /// The engine stands after this sequence then, ready to sample. It has at least one token, no more than the context
+    /// holds, and no stretches but of the images that were prepared last. Throws Failure: cancelled, after which what
+    /// was evaluated until then is still known, and internal.
+    void advanceTo(const Sequence &sequence, const std::stop_token &stop);
 
     /// The engine's model was replaced, or its state is in doubt.
     void forget();
@@ -29,8 +30,10 @@ public:
     std::size_t evaluatedCount() const { return m_evaluatedCount; }
 
 private:
+    std::size_t evaluate(const Sequence &sequence, std::size_t from, const std::stop_token &stop);
+
     Engine &m_engine;
-    std::vector<Token> m_tokens; // that the engine stands after
+    Sequence m_held; // that the engine stands after
     std::size_t m_evaluatedCount = 0;
 };
 

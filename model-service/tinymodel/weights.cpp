@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <random>
+#include <iterator>
+#include <string>
+#include <utility>
 
 namespace lumora::tinymodel {
 
@@ -99,26 +101,6 @@ KindTable kindTable(Behaviour behaviour)
     return table;
 }
 
-class Random
-{
-public:
-    void fill(std::vector<float> &values, float size)
-    {
-        for (float &value : values)
-            value = size * m_normal(m_bits);
-    }
-    Matrix matrix(const std::string &name, std::int64_t columns, std::int64_t rows, float size)
-    {
-        Matrix made{name, columns, rows, std::vector<float>(static_cast<std::size_t>(columns * rows))};
-        fill(made.values, size);
-        return made;
-    }
-
-private:
-    std::mt19937 m_bits{20260101};
-    std::normal_distribution<float> m_normal;
-};
-
 float &at(Matrix &matrix, std::int64_t row, std::int64_t column)
 {
     return matrix.values[static_cast<std::size_t>(row * matrix.columns + column)];
@@ -126,12 +108,7 @@ float &at(Matrix &matrix, std::int64_t row, std::int64_t column)
 
 Matrix ones(const std::string &name, std::int64_t columns)
 {
-    return {name, columns, 1, std::vector<float>(static_cast<std::size_t>(columns), 1.0F)};
-}
-
-float inverseRoot(std::int64_t count)
-{
-    return 1.0F / std::sqrt(static_cast<float>(count));
+    return constant(name, columns, 1.0F);
 }
 
 /// The names and sizes that the llama architecture gives its layers; every product of about unit size, and each layer
@@ -180,6 +157,17 @@ void lookForCall(std::vector<Matrix> &matrices, const Shape &shape)
     at(named(matrices, "blk.0.attn_k.weight"), slow, isCallDimension) = 10.0F;
     at(named(matrices, "blk.0.attn_v.weight"), 0, isCallDimension) = 1.0F;
     at(output, hasCalledDimension, 0) = 1.0F;
+}
+
+/// That other architecture wants them; they change nothing.
+void addBiases(std::vector<Matrix> &matrices)
+{
+    std::vector<Matrix> biases;
+    for (const Matrix &matrix : matrices)
+        for (const std::string name : {"attn_q.", "attn_k.", "attn_v."})
+            if (const auto at = matrix.name.find(name); at != std::string::npos)
+                biases.push_back(constant(matrix.name.substr(0, at) + name + "bias", matrix.rows, 0.0F));
+    std::ranges::move(biases, std::back_inserter(matrices));
 }
 
 Matrix embeddings(Random &random, const Shape &shape, const Vocabulary &vocabulary)
@@ -239,6 +227,8 @@ std::vector<Matrix> talkingWeights(const Shape &shape, const Vocabulary &vocabul
         }
     }
     lookForCall(matrices, shape);
+    if (shape.grid)
+        addBiases(matrices);
     matrices.push_back(embeddings(random, shape, vocabulary));
     matrices.push_back(ones("output_norm.weight", shape.width));
     matrices.push_back(output(random, shape, vocabulary, behaviour));

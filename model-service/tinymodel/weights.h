@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "matrix.h"
 #include "vocabulary.h"
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace lumora::tinymodel {
@@ -31,21 +31,14 @@ struct Shape
     std::int64_t heads = 3;
     std::int64_t keyHeads = 3;
     std::int64_t hidden = 128;
+    bool grid = false; ///< each token of an image has a row and a column, instead of a position of its own
     std::int64_t headSize() const { return width / heads; }
 };
 
-/// One named matrix, row after row. Vectors have one row.
-struct Matrix
-{
-    std::string name;
-    std::int64_t columns = 0;
-    std::int64_t rows = 1;
-    std::vector<float> values;
-};
-
-/// Weights of the llama architecture, random where nothing is said below, the same in every run. One dimension of the
-/// width is constant, one each says of which kind a token is, and the output's rows hold how likely each token is after
-/// each kind; the rest is noise, from the tokens before, that makes texts differ. One attention head looks for a call.
+/// Weights of the llama architecture (or of qwen2vl, its like with a grid), random where nothing is said below, the
+/// same in every run. One dimension of the width is constant, one each says of which kind a token is, and the output's
+/// rows hold how likely each token is after each kind; the rest is noise, from the tokens before, that makes texts
+/// differ. One attention head looks for a call.
 std::vector<Matrix> talkingWeights(const Shape &shape, const Vocabulary &vocabulary, Behaviour behaviour);
 
 /// Random weights only, for measuring speed: every token is about as likely.

@@ -3,6 +3,7 @@
 
 #include "core/contextsize.h"
 #include "core/machine.h"
+#include "core/positions.h"
 #include "core/sampling.h"
 #include "core/textpacer.h"
 
@@ -12,6 +13,7 @@
 #include <QTest>
 
 #include <cmath>
+#include <map>
 #include <unistd.h>
 
 using namespace lumora;
@@ -31,6 +33,7 @@ private Q_SLOTS:
     void settlesSampling_data();
     void settlesSampling();
     void pacesText();
+    void countsPositions();
 };
 
 void DecisionsTest::choosesAContext_data()
@@ -161,6 +164,26 @@ void DecisionsTest::pacesText()
     pacer.flush();
     pacer.flush();
     QCOMPARE(sent, (std::vector<std::string>{"a", "bcd", "e"}));
+}
+
+void DecisionsTest::countsPositions()
+{
+    Positions positions;
+    positions.add(3, 12, 4); // of 12 tokens in three rows of four
+    positions.add(20, 5, 5); // in a row
+    const std::map<std::size_t, int> firsts = {{0, 0}, {3, 3}, {15, 7}, {16, 8}, {20, 12}, {25, 17}, {30, 22}};
+    for (const auto &[count, position] : firsts)
+        QCOMPARE(positions.after(count), position);
+    const std::map<int, std::size_t> counts = {{-1, 0}, {0, 1}, {2, 3}, {3, 15}, {6, 15}, {7, 16}, {12, 25}, {18, 27}};
+    for (const auto &[position, count] : counts)
+        QCOMPARE(positions.upTo(position), count);
+
+    positions.keep(20);
+    QCOMPARE(positions.after(24), 16);
+    QCOMPARE(positions.upTo(6), 15U);
+    positions.keep(3);
+    QCOMPARE(positions.after(24), 24);
+    QCOMPARE(positions.upTo(6), 7U);
 }
 
 QTEST_GUILESS_MAIN(DecisionsTest)

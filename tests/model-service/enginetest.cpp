@@ -59,10 +59,35 @@ QString tiny(const QString &name = u"tiny"_s)
     return models + u'/' + name + u".gguf"_s;
 }
 
+const QString projector = tiny(u"projector/mmproj-tiny"_s);
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QByteArray tinyBytes()
 {
-    QFile file(tiny());
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return bytesOf(tiny());
+}
+
+/// A pattern of its own for each number.
+Image picture(int number)
+{
+    Image image{32, 24, {}};
+    for (int pixel = 0; pixel < 32 * 24; ++pixel)
+        for (const int weight : {1, 3, 7})
+            image.pixels += static_cast<char>(pixel * weight * (number + 1) / 8);
+    return image;
+}
+
+Respond questionAbout(const std::vector<int> &pictures)
+{
+    Respond request = question("What is it?");
+    for (const int number : pictures)
+        request.images.push_back(picture(number));
+    return request;
 }
 
 QString write(const QTemporaryDir &folder, const QByteArray &bytes, const QString &name = u"model.gguf"_s)
@@ -115,12 +140,20 @@ private Q_SLOTS:
     void cutsALongOutput();
     void evaluatesOnlyWhatIsNew();
     void stopsInMidReply();
+    void stopsInMidPrompt_data();
     void stopsInMidPrompt();
+    void readsImages_data();
+    void readsImages();
+    void imagesThatDoNotFit();
+    void readsTextWithoutAProjector_data();
+    void readsTextWithoutAProjector();
+    void tellsWhichProjectorCrashes();
     void promptsThatDoNotFit();
     void refusesFiles_data();
     void refusesFiles();
     void namesAnUnknownKind_data();
     void namesAnUnknownKind();
+    void survivesDamagedFiles_data();
     void survivesDamagedFiles();
     void endsWithoutABackend();
     void endsWithItsInput_data();
@@ -289,18 +322,35 @@ void EngineTest::stopsInMidReply()
     QCOMPARE(after.evaluatedTokens, whole.evaluatedTokens - whole.inputTokens + 1);
 }
 
+void EngineTest::stopsInMidPrompt_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("words");
+    QTest::addColumn<int>("pictures");
+    QTest::newRow("text") << u"tiny"_s << 450 << 0;
+#ifdef READS_IMAGES
+    QTest::newRow("images") << u"tiny"_s << 1 << 9;
+    QTest::newRow("images in rows and columns") << u"tiny-grid"_s << 1 << 30;
+#endif
+}
+
 void EngineTest::stopsInMidPrompt()
 {
-    std::string words;
-    for (int i = 0; i < 450; ++i)
-        words += "the river " + std::to_string(i);
+    QFETCH(QString, name);
+    QFETCH(int, words);
+    QFETCH(int, pictures);
+    std::string text;
+    for (int i = 0; i < words; ++i)
+        text += "the river " + std::to_string(i);
     ServiceProcess service(program);
-    as<Loaded>(service.load(tiny()));
+    as<Loaded>(service.load(tiny(name), {}, pictures > 0 ? tiny(u"projector/mmproj-"_s + name) : QString()));
 
     // The stop is sent later each time, until one comes while the prompt is being evaluated.
     bool wasInside = false;
     for (int delay = 10; delay < 2000 && !wasInside; delay += delay / 2) {
-        const Respond request = question(std::to_string(delay) + words);
+        Respond request = question(std::to_string(delay) + text);
+        for (int number = 0; number < pictures; ++number)
+            request.images.push_back(picture(100 * delay + number)); // such as were not computed before
         service.send(request);
         QTest::qWait(delay);
         service.send(Cancel{2});
@@ -311,13 +361,106 @@ void EngineTest::stopsInMidPrompt()
             continue;
         QCOMPARE(failure(*answer), ErrorCode::cancelled);
         const auto onWhatWasKept = as<Finished>(service.ask(request));
-        const std::string text = service.text;
+        const std::string reply = service.text;
         as<Finished>(service.ask(question("Something else.")));
         const auto anew = as<Finished>(service.ask(request));
-        QCOMPARE(text, service.text);
+        QCOMPARE(reply, service.text);
         wasInside = onWhatWasKept.evaluatedTokens < anew.evaluatedTokens && onWhatWasKept.evaluatedTokens > 500;
     }
     QVERIFY(wasInside);
+}
+
+void EngineTest::readsImages_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("tokens"); // that the pictures take, without what marks their parts
+    QTest::newRow("the whole and its quarters") << u"tiny"_s << 5 * 4;
+    QTest::newRow("rows and columns") << u"tiny-grid"_s << 8;
+}
+
+void EngineTest::readsImages()
+{
+#ifndef READS_IMAGES
+    QSKIP("the engine was built without libmtmd");
+#endif
+    QFETCH(QString, name);
+    QFETCH(int, tokens);
+    ServiceProcess service(program);
+    QVERIFY(!as<Loaded>(service.load(tiny(name))).readsImages);
+    QCOMPARE(failure(service.ask(questionAbout({1}))), ErrorCode::internal);
+    QVERIFY(as<Loaded>(service.load(tiny(name), {}, tiny(u"projector/mmproj-"_s + name))).readsImages);
+    const auto none = as<Finished>(service.ask(questionAbout({})));
+    const auto first = as<Finished>(service.ask(questionAbout({1})));
+    const std::string text = service.text;
+    QVERIFY(first.inputTokens >= none.inputTokens + tokens);
+    QVERIFY(first.evaluatedTokens > first.outputTokens + tokens);
+    const auto again = as<Finished>(service.ask(questionAbout({1})));
+    QCOMPARE(again.evaluatedTokens, 1 + again.outputTokens);
+    QCOMPARE(service.text, text);
+
+    const auto other = as<Finished>(service.ask(questionAbout({2})));
+    QVERIFY(service.text != text);
+    QVERIFY(other.evaluatedTokens > other.outputTokens + tokens);
+    as<Finished>(service.ask(questionAbout({1, 2})));
+    const auto shorter = as<Finished>(service.ask(questionAbout({1}))); // which goes back to behind the first image
+    QVERIFY(shorter.evaluatedTokens < shorter.outputTokens + tokens);
+    QCOMPARE(service.text, text);
+}
+
+void EngineTest::imagesThatDoNotFit()
+{
+#ifndef READS_IMAGES
+    QSKIP("the engine was built without libmtmd");
+#endif
+    ServiceProcess service(program);
+    as<Loaded>(service.load(tiny(), 600, projector));
+    QCOMPARE(failure(service.ask(questionAbout({1, 2, 3, 4}))), ErrorCode::contextFull);
+    as<Finished>(service.ask(questionAbout({1})));
+}
+
+void EngineTest::readsTextWithoutAProjector_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QByteArray whole = bytesOf(projector);
+    QVERIFY(whole.size() > 10000);
+    QByteArray narrow = whole;
+    const QByteArray last = "mm.model.fc.weight";
+    narrow[narrow.indexOf(last) + last.size() + 4 + 8] = 64; // after the number of its sides and the first one
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("a language model") << tinyBytes();
+    QTest::newRow("cut in the head") << whole.left(1000);
+    QTest::newRow("last bytes missing") << whole.left(whole.size() - 100);
+    QTest::newRow("missing tensor") << QByteArray(whole).replace("v.blk.0.ffn_up", "v.blk.0.ffn_xx");
+    QTest::newRow("unknown kind") << QByteArray(whole).replace("idefics3", "idefics9");
+    QTest::newRow("no eyes") << QByteArray(whole).replace("has_vision", "has_vixxon");
+    QTest::newRow("of another model") << narrow;
+}
+
+void EngineTest::readsTextWithoutAProjector()
+{
+    QFETCH(QByteArray, bytes);
+    const QTemporaryDir folder;
+    ServiceProcess service(program);
+    const auto loaded = as<Loaded>(service.load(tiny(), {}, write(folder, bytes, u"mmproj.gguf"_s)));
+    QVERIFY(!loaded.readsImages);
+    QVERIFY2(loaded.description.find("mmproj.gguf") != std::string::npos, loaded.description.c_str());
+    as<Finished>(service.ask(question("Hello")));
+}
+
+void EngineTest::tellsWhichProjectorCrashes()
+{
+#ifndef READS_IMAGES
+    QSKIP("the engine was built without libmtmd");
+#endif
+    const QTemporaryDir folder;
+    ServiceProcess service(program);
+    QByteArray crashing = bytesOf(projector);
+    const QByteArray heads = "clip.vision.attention.head_count";
+    crashing[crashing.indexOf(heads) + heads.size() + 4] = 5; // which do not divide what they share
+    const auto failed = as<Failed>(service.load(tiny(), {}, write(folder, crashing, u"mmproj.gguf"_s)));
+    QCOMPARE(failed.code, ErrorCode::badProjector);
+    QVERIFY(failed.message.find("mmproj.gguf") != std::string::npos);
+    QVERIFY(service.waitForEnd());
 }
 
 void EngineTest::promptsThatDoNotFit()
@@ -377,9 +520,17 @@ void EngineTest::namesAnUnknownKind()
     QVERIFY2(failed.message.find(named.toStdString() + " are not known") != std::string::npos, failed.message.c_str());
 }
 
+void EngineTest::survivesDamagedFiles_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("model") << tiny();
+    QTest::newRow("projector") << projector;
+}
+
 void EngineTest::survivesDamagedFiles()
 {
-    const QByteArray whole = tinyBytes();
+    QFETCH(QString, path);
+    const QByteArray whole = bytesOf(path);
     const QTemporaryDir folder;
     auto service = std::make_unique<ServiceProcess>(program);
     quint32 random = 1;
@@ -390,7 +541,8 @@ void EngineTest::survivesDamagedFiles()
             damaged[qsizetype((random >> 8U) % 1500U)] = char(random >> 3U); // where the sizes stand
         }
         // Whatever it makes of the file, it says so, and is there for the next one at the latest after a new start.
-        const Answer answer = service->load(write(folder, damaged));
+        const QString written = write(folder, damaged);
+        const Answer answer = path == projector ? service->load(tiny(), {}, written) : service->load(written);
         QVERIFY2(std::holds_alternative<Loaded>(answer) || failure(answer) != ErrorCode::internal,
                  encode(answer).c_str());
         if (std::holds_alternative<Failed>(answer) && as<Failed>(answer).message.find("crashed") != std::string::npos) {

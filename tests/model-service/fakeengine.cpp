@@ -19,6 +19,8 @@ constexpr Token firstPiece = 1000;
 std::string FakeEngine::load(const std::string &path, std::optional<std::int64_t> contextLimit, const std::stop_token &)
 {
     held.clear();
+    stretches.clear();
+    sees = false;
     loads.push_back(path);
     if (path.ends_with(".bad")) {
         size = 0;
@@ -28,6 +30,13 @@ std::string FakeEngine::load(const std::string &path, std::optional<std::int64_t
         throw std::runtime_error("out of the blue");
     size = static_cast<std::size_t>(contextLimit.value_or(4096));
     return "fake";
+}
+
+void FakeEngine::loadProjector(const std::string &path, const std::stop_token &)
+{
+    if (path.ends_with(".bad"))
+        throw badFile(path, "it is bad");
+    sees = true;
 }
 
 std::vector<Token> FakeEngine::tokenize(std::string_view text, SpecialTokens special) const
@@ -66,17 +75,50 @@ std::optional<std::string> FakeEngine::applyTemplate(std::span<const ChatMessage
     return text + specials.at(2) + turnOpening;
 }
 
+std::vector<PreparedImage> FakeEngine::prepareImages(std::span<const wire::Image> images)
+{
+    prepared.clear();
+    std::vector<PreparedImage> made;
+    const auto stretch = [this](std::int64_t length, char byte) {
+        prepared.push_back({static_cast<std::size_t>(length), byte});
+        return ImageStretch{prepared.size() - 1, prepared.back().size};
+    };
+    for (const wire::Image &image : images) {
+        const char byte = image.pixels.front();
+        made.push_back({std::vector<Token>{'<'}, stretch(image.width, byte), std::vector<Token>{'|'},
+                        stretch(image.height, byte), std::vector<Token>{'>'}});
+    }
+    return made;
+}
+
 std::size_t FakeEngine::keep(std::size_t count)
 {
     if (count > held.size())
         throw std::logic_error("more is to be kept than is held");
+    for (const auto &[start, length] : stretches)
+        if (start < count && count < start + length)
+            throw std::logic_error("a part of an image is to be kept");
     held.resize(goesBack ? count : 0);
+    std::erase_if(stretches, [this](const auto &stretch) { return stretch.first >= held.size(); });
+    return held.size();
+}
+
+std::size_t FakeEngine::evaluateImage(std::size_t number, std::size_t position, const std::stop_token &stop)
+{
+    const Stretch &stretch = prepared.at(number);
+    if (position != held.size() || position + stretch.size > size)
+        throw std::logic_error("evaluation of an image at a wrong place");
+    if (stopsAtImages || stop.stop_requested())
+        return position;
+    stretches.emplace_back(position, stretch.size);
+    held.insert(held.end(), stretch.size, firstOfImages - stretch.byte);
+    evaluations.push_back(stretch.size);
     return held.size();
 }
 
 std::size_t FakeEngine::evaluate(std::span<const Token> tokens, std::size_t position, const std::stop_token &stop)
 {
-    if (position != held.size() || tokens.empty() || position + tokens.size() > size)
+    if (position != held.size() || tokens.empty() || position + tokens.size() > size || std::ranges::min(tokens) < 0)
         throw std::logic_error("evaluation at a wrong place");
     if (beforeEvaluation)
         beforeEvaluation();
@@ -125,8 +167,12 @@ std::string FakeEngine::heldText() const
 {
     std::string text;
     for (const Token token : held) {
-        const bool special = token >= firstSpecial && token < firstPiece;
-        text += special ? specials.at(static_cast<std::size_t>(token - firstSpecial)) : tokenBytes(token);
+        if (token <= firstOfImages)
+            text += static_cast<char>(firstOfImages - token);
+        else if (token >= firstSpecial && token < firstPiece)
+            text += specials.at(static_cast<std::size_t>(token - firstSpecial));
+        else
+            text += tokenBytes(token);
     }
     return text;
 }

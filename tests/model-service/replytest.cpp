@@ -34,6 +34,17 @@ wire::Respond withTools(wire::Respond request)
     return request;
 }
 
+wire::Image image(std::int64_t width, std::int64_t height, char byte)
+{
+    return {width, height, std::string(static_cast<std::size_t>(3 * width * height), byte)};
+}
+
+wire::Respond withImages(wire::Respond request, const std::vector<wire::Image> &images)
+{
+    request.images = images;
+    return request;
+}
+
 std::vector<std::string> characters(const std::string &text)
 {
     std::vector<std::string> pieces;
@@ -107,6 +118,11 @@ private Q_SLOTS:
     void evaluatesAllWhereItCannotGoBack();
     void keepsWhatWasEvaluatedBeforeAStop();
     void stopWhileAToolRuns();
+    void imagesFollowThePrompt();
+    void imagesThatCannotBeRead();
+    void sameImageIsNotEvaluatedTwice_data();
+    void sameImageIsNotEvaluatedTwice();
+    void imageIsEvaluatedAsAWhole();
 };
 
 void ReplyTest::streamsTextAndCounts()
@@ -362,6 +378,85 @@ void ReplyTest::stopWhileAToolRuns()
     QCOMPARE(int(runner.failureOf(withTools(question()))), int(wire::ErrorCode::cancelled));
     QCOMPARE(runner.calls.size(), 1);
     QVERIFY(runner.engine.heldText().find("Output of") == std::string::npos);
+}
+
+void ReplyTest::imagesFollowThePrompt()
+{
+    Runner runner;
+    runner.engine.sees = true;
+    runner.engine.opening = FakeEngine::firstSpecial + 3;
+    runner.engine.say({"A cat."});
+    const std::string words = "a\xEF\xB7\x92<|end|>"; // with what stands for an image elsewhere
+    const wire::Finished finished = runner.run(withImages(question(words), {image(3, 2, 'c'), image(1, 1, 'd')}));
+    QCOMPARE(runner.engine.heldText(),
+             std::string("<|end|><|system|>Be kind.<|end|><|user|>a<|end|>\n\n<ccc|cc>\n\n<d|d>"
+                         "<|end|><|assistant|>A cat."));
+    QCOMPARE(finished.inputTokens + finished.outputTokens, qint64(runner.engine.held.size()));
+    QCOMPARE(finished.evaluatedTokens, qint64(runner.engine.held.size()));
+}
+
+void ReplyTest::imagesThatCannotBeRead()
+{
+    Runner runner;
+    QCOMPARE(int(runner.failureOf(withImages(question(), {image(1, 1, 'a')}))), int(wire::ErrorCode::internal));
+    runner.engine.sees = true;
+    QCOMPARE(int(runner.failureOf(withImages(question(), {image(5000, 1, 'a')}))), int(wire::ErrorCode::contextFull));
+    QVERIFY(runner.engine.held.empty());
+}
+
+void ReplyTest::sameImageIsNotEvaluatedTwice_data()
+{
+    using Images = std::vector<wire::Image>;
+    QTest::addColumn<Images>("images"); // after a reply to "Look" with two: 4 by 2, then 3 by 1
+    QTest::addColumn<QByteArray>("prompt");
+    QTest::addColumn<QByteArray>("evaluated");
+    const wire::Image first = image(4, 2, 'a');
+    const wire::Image second = image(3, 1, 'b');
+    wire::Image almost = first;
+    almost.pixels.back() = 'x';
+    const QByteArray end = "<|assistant|>";
+    const QByteArray rest = "<|end|>" + end;
+    QTest::newRow("same") << Images{first, second} << QByteArray("Look") << end;
+    QTest::newRow("another second one") << Images{first, image(3, 1, 'c')} << QByteArray("Look") << "ccc|c>" + rest;
+    QTest::newRow("another first one") << Images{image(4, 2, 'c'), second} << QByteArray("Look")
+                                       << "cccc|cc>\n\n<bbb|b>" + rest;
+    QTest::newRow("one pixel is another") << Images{almost} << QByteArray("Look") << "aaaa|aa>" + rest;
+    QTest::newRow("other sides") << Images{image(2, 4, 'a')} << QByteArray("Look") << "aa|aaaa>" + rest;
+    QTest::newRow("only the second") << Images{second} << QByteArray("Look") << "bbb|b>" + rest;
+    QTest::newRow("one more") << Images{first, second, first} << QByteArray("Look") << "\n\n<aaaa|aa>" + rest;
+    QTest::newRow("none") << Images{} << QByteArray("Look") << rest;
+    QTest::newRow("other words before") << Images{first} << QByteArray("Loot") << "t\n\n<aaaa|aa>" + rest;
+}
+
+void ReplyTest::sameImageIsNotEvaluatedTwice()
+{
+    QFETCH(std::vector<wire::Image>, images);
+    QFETCH(QByteArray, prompt);
+    QFETCH(QByteArray, evaluated);
+    Runner runner;
+    runner.engine.sees = true;
+    runner.run(withImages(question("Look"), {image(4, 2, 'a'), image(3, 1, 'b')}));
+    const wire::Finished finished = runner.run(withImages(question(prompt.toStdString()), images));
+    const std::string text = runner.engine.heldText();
+    QVERIFY2(QByteArray::fromStdString(text).endsWith(evaluated), text.c_str());
+    const auto special = runner.engine.tokenize(evaluated.toStdString(), SpecialTokens::recognised);
+    QCOMPARE(finished.evaluatedTokens, qint64(special.size()));
+}
+
+void ReplyTest::imageIsEvaluatedAsAWhole()
+{
+    Runner runner;
+    runner.engine.sees = true;
+    const wire::Respond request = withImages(question(), {image(4, 2, 'a')});
+    runner.engine.stopsAtImages = true;
+    QCOMPARE(int(runner.failureOf(request)), int(wire::ErrorCode::cancelled));
+    QVERIFY(runner.engine.heldText().ends_with("Hi\n\n<"));
+    runner.engine.stopsAtImages = false;
+    const std::string rest = "aaaa|aa>";
+    QCOMPARE(runner.run(request).evaluatedTokens, qint64(rest.size()) + 2);
+
+    runner.engine.goesBack = false;
+    QCOMPARE(runner.run(request).evaluatedTokens, qint64(runner.engine.held.size()));
 }
 
 QTEST_GUILESS_MAIN(ReplyTest)

@@ -75,9 +75,13 @@ wire::Answer ServiceProcess::ask(const wire::Request &request)
     }
 }
 
-wire::Answer ServiceProcess::load(const QString &path, std::optional<std::int64_t> contextLimit)
+wire::Answer ServiceProcess::load(const QString &path, std::optional<std::int64_t> contextLimit,
+                                  const QString &projector)
 {
-    return ask(wire::Load{1, path.toStdString(), contextLimit});
+    wire::Load request{1, path.toStdString(), contextLimit};
+    if (!projector.isEmpty())
+        request.projector = projector.toStdString();
+    return ask(request);
 }
 
 } // namespace lumora

@@ -31,7 +31,8 @@ struct ServiceProcess
     /// Sends a request and waits for the one answer that ends it. Texts and calls are kept; calls are given the output.
     wire::Answer ask(const wire::Request &request);
 
-    wire::Answer load(const QString &path, std::optional<std::int64_t> contextLimit = {});
+    wire::Answer load(const QString &path, std::optional<std::int64_t> contextLimit = {},
+                      const QString &projector = {});
     bool waitForEnd() { return process.waitForFinished(limit); }
 
     std::string text; ///< of the last request

@@ -46,7 +46,7 @@ std::string nameOf(const wire::Answer &answer)
             else if constexpr (std::is_same_v<Message, wire::Counted>)
                 return name + "counted " + std::to_string(message.tokens);
             else if constexpr (std::is_same_v<Message, wire::Loaded>)
-                return name + "loaded " + std::to_string(message.contextSize);
+                return name + "loaded " + std::to_string(message.contextSize) + (message.readsImages ? " sees" : "");
             else
                 return name + "finished";
         },
@@ -121,6 +121,7 @@ class ServiceTest : public QObject
 private Q_SLOTS:
     void answersInOrder();
     void needsAModel();
+    void readsImagesWhereItCan();
     void goesOnAfterFailures();
     void tellsWhatCannotBeSent();
     void tellsWhatACrashOfALoadMeans();
@@ -152,6 +153,16 @@ void ServiceTest::needsAModel()
                                        "6 notLoaded", "7 loaded 4096"}));
 }
 
+void ServiceTest::readsImagesWhereItCan()
+{
+    RunningService service;
+    wire::Respond withImage = question(2);
+    withImage.images = {{1, 1, "abc"}};
+    QCOMPARE(answersTo(service, {wire::Load{1, "m", 700, "p"}, withImage, wire::Load{3, "m", 700, "p.bad"}, question(4),
+                                 wire::Load{5, "m.bad", 700, "p"}}),
+             (std::vector<std::string>{"1 loaded 700 sees", "2 finished", "3 loaded 700", "4 finished", "5 badFile"}));
+}
+
 void ServiceTest::goesOnAfterFailures()
 {
     RunningService service;
@@ -176,8 +187,10 @@ void ServiceTest::tellsWhatCannotBeSent()
 void ServiceTest::tellsWhatACrashOfALoadMeans()
 {
     RunningService service;
-    answersTo(service, {wire::Load{1, "m", std::nullopt}, wire::Load{2, "m.bad", std::nullopt}, question(3)});
-    QCOMPARE(service.guarded, (std::vector<std::string>{"1 badFile", "over", "2 badFile", "over"}));
+    answersTo(service, {wire::Load{1, "m", std::nullopt}, wire::Load{2, "m.bad", std::nullopt}, question(3),
+                        wire::Load{4, "m", std::nullopt, "p"}});
+    QCOMPARE(service.guarded, (std::vector<std::string>{"1 badFile", "over", "2 badFile", "over", "4 badFile", "over",
+                                                        "4 badProjector", "over"}));
 }
 
 void ServiceTest::cancelsAQueuedRequest()
