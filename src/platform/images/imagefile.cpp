@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/images/imagefile.h"
+
+#include <QColorSpace>
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+
+#include <algorithm>
+#include <array>
+
+namespace lumora {
+
+namespace {
+
+/// Ends early once its time is up: a small file may hold work for hours, and a decoder cannot be stopped otherwise.
+class TimedFile final : public QFile
+{
+public:
+    using QFile::QFile;
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        return m_end.hasExpired() ? -1 : QFile::readData(data, maxSize);
+    }
+
+private:
+    QDeadlineTimer m_end{imageLimits.time};
+};
+
+// Formats of pixels. What draws its picture by a program (such as SVG and PDF) knows no bound for its time and may name
+// other files.
+bool isPixelFormat(const QByteArray &format)
+{
+    static constexpr std::array<QByteArrayView, 16> formats = {"png",  "jpeg", "jpg",  "webp", "gif", "bmp",
+                                                               "tiff", "tif",  "ico",  "pbm",  "pgm", "ppm",
+                                                               "heic", "heif", "avif", "jxl"};
+    return std::ranges::find(formats, QByteArrayView(format)) != formats.end();
+}
+
+/// An image file that was opened, and its header looked at.
+class OpenedImage
+{
+public:
+    explicit OpenedImage(const QString &path)
+        : m_file(path)
+    {
+        // A limit of the whole process, for what a header does not say.
+        static const bool limited = (QImageReader::setAllocationLimit(imageLimits.decodedMebibytes), true);
+        const QFileInfo info(path); // opening a pipe would wait for its other end
+        m_isReadable = limited && info.isFile() && info.size() > 0 && info.size() <= imageLimits.fileBytes &&
+                       m_file.open(QIODevice::ReadOnly) && hasAllowedHeader();
+    }
+
+    bool isReadable() const { return m_isReadable; }
+
+    QSize uprightSize() const { return turned(m_reader.size()); }
+
+    std::optional<QImage> read(QSize largestSize)
+    {
+        const QSize size = uprightSize();
+        if (!largestSize.isEmpty() && size.isValid())
+            m_reader.setScaledSize(turned(fitted(size, largestSize)));
+        QImage image = m_reader.read();
+        if (image.isNull() || !isAllowed(image.size()))
+            return std::nullopt;
+        if (!largestSize.isEmpty() && fitted(image.size(), largestSize) != image.size())
+            image = image.scaled(fitted(image.size(), largestSize), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        if (image.colorSpace().isValid() && image.colorSpace() != QColorSpace(QColorSpace::SRgb))
+            image.convertToColorSpace(QColorSpace::SRgb);
+        return image;
+    }
+
+private:
+    bool hasAllowedHeader()
+    {
+        m_reader.setDecideFormatFromContent(true);
+        m_reader.setDevice(&m_file);
+        m_reader.setAutoTransform(true);
+        return isPixelFormat(m_reader.format()) && isAllowed(m_reader.size());
+    }
+
+    static bool isAllowed(QSize size) { return qint64(size.width()) * size.height() <= imageLimits.pixels; }
+
+    static QSize fitted(QSize size, QSize largest)
+    {
+        const bool fits = size.width() <= largest.width() && size.height() <= largest.height();
+        return fits ? size : size.scaled(largest, Qt::KeepAspectRatio).expandedTo({1, 1});
+    }
+
+    QSize turned(QSize size) const
+    {
+        return m_reader.transformation().testFlag(QImageIOHandler::TransformationRotate90) ? size.transposed() : size;
+    }
+
+    TimedFile m_file;
+    QImageReader m_reader;
+    bool m_isReadable = false;
+};
+
+} // namespace
+
+QSize imageSize(const QString &path)
+{
+    const OpenedImage image(path);
+    return image.isReadable() ? image.uprightSize() : QSize();
+}
+
+std::optional<QImage> readImage(const QString &path, QSize largestSize)
+{
+    OpenedImage image(path);
+    return image.isReadable() ? image.read(largestSize) : std::nullopt;
+}
+
+} // namespace lumora
