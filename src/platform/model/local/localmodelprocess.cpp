@@ -67,9 +67,7 @@ bool LocalModelService::takeLoadAnswer(const wire::Answer &answer)
     if (const auto *loaded = std::get_if<wire::Loaded>(&answer)) {
         if (loaded->id != m_loadID)
             return true;
-        qCInfo(log, "loaded %s", loaded->description.c_str());
-        m_contextSize = loaded->contextSize;
-        enter(State::ready);
+        takeLoaded(*loaded);
         return true;
     }
     const auto *failed = std::get_if<wire::Failed>(&answer);
@@ -79,15 +77,40 @@ bool LocalModelService::takeLoadAnswer(const wire::Answer &answer)
     return true;
 }
 
+void LocalModelService::takeLoaded(const wire::Loaded &loaded)
+{
+    qCInfo(log, "loaded %s", loaded.description.c_str());
+    if (m_file && m_file->projector && !loaded.readsImages)
+        qCWarning(log, "the model reads no images: %s", loaded.description.c_str());
+    m_contextSize = loaded.contextSize;
+    m_readsImages = loaded.readsImages;
+    enter(State::ready);
+}
+
 void LocalModelService::takeLoadFailure(const wire::Failed &failure)
 {
     const QString problem = QString::fromStdString(failure.message);
+    if (failure.code == wire::ErrorCode::badProjector && tryWithoutProjector())
+        return;
     if (failure.code == wire::ErrorCode::noMemory)
         enter(State::cannotRun, problem);
     else if (failure.code == wire::ErrorCode::internal)
         enter(State::failing, problem);
     else
         enter(State::badFile, problem);
+}
+
+// Reading text is better than nothing. False where there was no projector.
+bool LocalModelService::tryWithoutProjector()
+{
+    if (m_state != State::loading || !m_file || !m_file->projector || m_blind == m_file)
+        return false;
+    qCWarning(log, "loading the model with %s ended the service; the model reads no images",
+              qUtf8Printable(m_file->projector->path));
+    m_blind = m_file;
+    dropProcess();
+    load(*m_file);
+    return true;
 }
 
 void LocalModelService::takeEnd(const ServiceEnd &end)
@@ -98,6 +121,8 @@ void LocalModelService::takeEnd(const ServiceEnd &end)
     // Where it would only happen again, it is not tried at once.
     if (end.isHopeless())
         enter(State::cannotRun, description);
+    else if (end.isKill() && tryWithoutProjector())
+        return;
     else if (m_state == State::loading && end.isKill())
         enter(State::cannotRun, problems::killedWhileLoading());
     else if (m_state == State::loading && end.kind == ServiceEnd::Kind::hung)

@@ -3,6 +3,7 @@
 
 #include "platform/model/local/localmodelservice.h"
 
+#include "platform/model/local/ggufkind.h"
 #include "platform/model/local/problems.h"
 #include "platform/model/local/wirerequest.h"
 
@@ -80,10 +81,16 @@ void LocalModelService::submit()
     if (m_state == State::notLooked)
         look();
     if (m_state == State::ready)
-        m_requests.send(*m_process);
+        sendWaiting();
     else if (m_state != State::loading)
         m_requests.failWaiting(m_problem);
     superviseService();
+}
+
+void LocalModelService::sendWaiting()
+{
+    using Attachments = RequestQueue::Attachments;
+    m_requests.send(*m_process, m_readsImages ? Attachments::asImages : Attachments::asLabels);
 }
 
 ServiceProcess::Sent LocalModelService::send(const wire::Request &request)
@@ -103,6 +110,8 @@ void LocalModelService::cancelReply(qint64 id)
 {
     if (m_requests.cancel(id))
         send(wire::Cancel{id});
+    if (m_state == State::ready)
+        sendWaiting(); // what waited for this one's images
     superviseService();
 }
 
@@ -124,7 +133,8 @@ void LocalModelService::superviseService()
 
 void LocalModelService::look()
 {
-    const std::optional<ModelFile> file = chooseModelFile(m_settings.modelFolder, m_settings.builtInModels);
+    const std::optional<ModelFile> file =
+        chooseModelFile(m_settings.modelFolder, m_settings.builtInModels, m_settings.patience.untilSettled);
     const std::optional<ModelFile> lookBefore = std::exchange(m_lastLook, file);
     // What the service works on is not disturbed: the next look comes when it has ended.
     if (m_requests.isAnySent() || (m_process && file == m_file))
@@ -147,10 +157,10 @@ QString LocalModelService::noFileProblem() const
     return unreadable ? problems::unreadable(*unreadable) : problems::noFile(m_settings.modelFolder);
 }
 
-// A file that is written over takes the model with it that was loaded from it.
+// A file that is written over takes the model with it that was loaded from it. A projector was read as a whole.
 bool LocalModelService::canGoOnBeside(const ModelFile &file) const
 {
-    return m_process && m_file && m_file->path != file.path;
+    return m_process && m_file && (m_file->path != file.path || isSameModel(*m_file, file));
 }
 
 bool LocalModelService::mustLoad(const ModelFile &file) const
@@ -187,7 +197,10 @@ void LocalModelService::load(const ModelFile &file)
     else if (m_state == State::loading)
         send(wire::Cancel{m_loadID});
     m_loadID = ++m_lastID;
-    send(wire::Load{m_loadID, file.path.toStdString(), std::nullopt});
+    std::optional<std::string> projector;
+    if (file.projector && m_blind != file)
+        projector = file.projector->path.toStdString();
+    send(wire::Load{m_loadID, file.path.toStdString(), std::nullopt, projector});
     enter(State::loading);
 }
 
@@ -197,7 +210,7 @@ void LocalModelService::enter(State state, const QString &problem)
     m_state = state;
     m_problem = problem;
     if (state == State::ready) {
-        m_requests.send(*m_process);
+        sendWaiting();
     } else if (state != State::loading) {
         m_contextSize = 0;
         dropProcess();

@@ -85,6 +85,7 @@ private:
     void announce();
 
     void submit();
+    void sendWaiting();
     ServiceProcess::Sent send(const wire::Request &request);
     void sendToolOutput(LocalReply &reply, qint64 id, const QString &callID, const QString &output);
     void cancelReply(qint64 id);
@@ -95,7 +96,9 @@ private:
     void dropProcess();
     void takeAnswer(const wire::Answer &answer);
     bool takeLoadAnswer(const wire::Answer &answer);
+    void takeLoaded(const wire::Loaded &loaded);
     void takeLoadFailure(const wire::Failed &failure);
+    bool tryWithoutProjector();
     void takeEnd(const ServiceEnd &end);
     void startAnew(const QString &failure);
 
@@ -103,9 +106,11 @@ private:
     State m_state = State::notLooked;
     QString m_problem; // why a request fails in this state
     std::optional<ModelFile> m_lastLook;
-    std::optional<ModelFile> m_file; // that the state is about
-    qint64 m_contextSize = 0;        // of the model loaded last, until there is none to be had
-    int m_crashes = 0;               // since the last reply that ended as it should
+    std::optional<ModelFile> m_file;  // that the state is about
+    std::optional<ModelFile> m_blind; // whose projector brought the service down
+    qint64 m_contextSize = 0;         // of the model loaded last, until there is none to be had
+    bool m_readsImages = false;       // the model loaded last
+    int m_crashes = 0;                // since the last reply that ended as it should
     QDeadlineTimer m_retry;
     QTimer m_nextLook;
     std::optional<Availability> m_announced; // or given as an answer
@@ -114,7 +119,7 @@ private:
     ServiceProcess *m_process = nullptr; // a child
     qint64 m_lastID = 0;
     qint64 m_loadID = 0;
-    RequestQueue m_requests;
+    RequestQueue m_requests{this, [this] { submit(); }};
     std::vector<QPointer<LocalReply>> m_replies; // some of them ended
     PendingCounts m_counts;
     QTimer m_patience;

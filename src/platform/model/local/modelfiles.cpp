@@ -3,6 +3,8 @@
 
 #include "platform/model/local/modelfiles.h"
 
+#include "platform/model/local/ggufkind.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -14,12 +16,14 @@
 #include <tuple>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace lumora {
 
 namespace {
 
-constexpr int mostParts = 1000; // a name that says more is just a name
+constexpr int mostParts = 1000;      // a name that says more is just a name
+constexpr int leastNameInCommon = 3; // characters
 
 struct Part
 {
@@ -39,15 +43,13 @@ std::optional<Part> partOf(const QString &fileName)
     return Part{match.captured(1), match.capturedView(2).toInt(), match.captured(3)};
 }
 
-bool isOnItsOwn(const QString &fileName)
+bool isFirstPart(const QString &fileName)
 {
-    if (fileName.startsWith(QLatin1String("mmproj-"), Qt::CaseInsensitive))
-        return false;
     const auto part = partOf(fileName);
     return !part || part->number == 1;
 }
 
-void add(const QString &path, ModelFile &file)
+void add(const QString &path, FoundFile &file)
 {
     struct stat facts
     {
@@ -63,9 +65,9 @@ void add(const QString &path, ModelFile &file)
     file.identity = file.identity * 31 + facts.st_ino;
 }
 
-ModelFile look(const QFileInfo &info)
+FoundFile look(const QFileInfo &info)
 {
-    ModelFile file{info.absoluteFilePath()};
+    FoundFile file{info.absoluteFilePath()};
     add(file.path, file);
     const auto first = partOf(info.fileName());
     if (!first)
@@ -85,34 +87,103 @@ bool isUsable(const QFileInfo &info)
     return info.isFile() && info.isReadable();
 }
 
-std::optional<ModelFile> newestIn(const QString &folder)
+QFileInfoList usableFilesIn(const QDir &folder, GgufKind kind)
 {
-    std::optional<ModelFile> newest;
     // Names may end in any case; the filter compares so.
-    const auto entries = QDir(folder).entryInfoList({QStringLiteral("*.gguf")}, QDir::Files | QDir::Readable);
-    for (const QFileInfo &info : entries) {
-        if (!isUsable(info) || !isOnItsOwn(info.fileName()))
-            continue;
-        ModelFile file = look(info);
-        if (!newest || std::tie(file.modified, file.path) > std::tie(newest->modified, newest->path))
-            newest = std::move(file);
+    QFileInfoList files = folder.entryInfoList({QStringLiteral("*.gguf")}, QDir::Files | QDir::Readable);
+    erase_if(files, [kind](const QFileInfo &info) {
+        return !isUsable(info) || !isFirstPart(info.fileName()) || ggufKind(info.absoluteFilePath()) != kind;
+    });
+    return files;
+}
+
+/// The model files that there are, in the order of preference.
+std::vector<FoundFile> modelFiles(const std::optional<QString> &folder, const QStringList &builtInPaths)
+{
+    std::vector<FoundFile> files;
+    if (folder) {
+        const QFileInfoList own = usableFilesIn(QDir(*folder), GgufKind::model);
+        std::ranges::transform(own, std::back_inserter(files), look);
     }
-    return newest;
+    std::ranges::sort(files, std::greater(), [](const FoundFile &file) { return std::tie(file.modified, file.path); });
+    const auto builtIn =
+        std::ranges::find_if(builtInPaths, [](const QString &path) { return isUsable(QFileInfo(path)); });
+    if (builtIn != builtInPaths.end())
+        files.push_back(look(QFileInfo(*builtIn)));
+    return files;
+}
+
+// A time in the future is a wrong clock and says nothing.
+bool isOlderThan(std::chrono::milliseconds moments, qint64 modified)
+{
+    const qint64 age = QDateTime::currentMSecsSinceEpoch() - modified;
+    return age < 0 || age >= moments.count();
+}
+
+std::optional<FoundFile> projectorFor(const QString &modelPath)
+{
+    const QFileInfo model(modelPath);
+    QStringList names;
+    for (const QFileInfo &info : usableFilesIn(model.dir(), GgufKind::projector))
+        names.append(info.fileName());
+    const auto name = matchingProjector(model.fileName(), names);
+    return name ? std::optional(look(QFileInfo(model.dir(), *name))) : std::nullopt;
+}
+
+qsizetype lengthInCommon(const QString &left, const QString &right)
+{
+    qsizetype longest = 0;
+    std::vector<qsizetype> before(size_t(right.size()) + 1); // of what ends at each place of right
+    for (const QChar character : left) {
+        std::vector<qsizetype> lengths(before.size());
+        for (size_t at = 1; at < lengths.size(); ++at) {
+            if (right.at(qsizetype(at) - 1) == character)
+                lengths[at] = before[at - 1] + 1;
+            longest = std::max(longest, lengths[at]);
+        }
+        before = std::move(lengths);
+    }
+    return longest;
+}
+
+QString stem(const QString &fileName)
+{
+    return fileName.chopped(fileName.endsWith(QLatin1String(".gguf"), Qt::CaseInsensitive) ? 5 : 0).toLower();
 }
 
 } // namespace
 
-std::optional<ModelFile> chooseModelFile(const std::optional<QString> &folder, const QStringList &builtInPaths)
+bool isSameModel(const ModelFile &left, const ModelFile &right)
 {
-    if (folder) {
-        if (auto newest = newestIn(*folder))
-            return newest;
+    return static_cast<const FoundFile &>(left) == static_cast<const FoundFile &>(right);
+}
+
+std::optional<ModelFile> chooseModelFile(const std::optional<QString> &folder, const QStringList &builtInPaths,
+                                         std::chrono::milliseconds moments)
+{
+    const std::vector<FoundFile> files = modelFiles(folder, builtInPaths);
+    if (files.empty())
+        return std::nullopt;
+    auto chosen = std::ranges::find_if(
+        files, [moments](const FoundFile &file) { return file.isWhole || !isOlderThan(moments, file.modified); });
+    if (chosen == files.end())
+        chosen = files.begin();
+    return ModelFile{*chosen, projectorFor(chosen->path)};
+}
+
+std::optional<QString> matchingProjector(const QString &model, const QStringList &projectors)
+{
+    if (projectors.size() == 1)
+        return projectors.first();
+    std::optional<QString> best;
+    qsizetype longest = leastNameInCommon - 1;
+    for (const QString &projector : projectors) {
+        const qsizetype length = lengthInCommon(stem(model), stem(projector));
+        if (length > longest)
+            best = projector;
+        longest = std::max(longest, length);
     }
-    for (const QString &path : builtInPaths) {
-        if (const QFileInfo info(path); isUsable(info))
-            return look(info);
-    }
-    return std::nullopt;
+    return best;
 }
 
 std::optional<QString> unreadableModelFile(const std::optional<QString> &folder, const QStringList &builtInPaths)
@@ -124,9 +195,10 @@ std::optional<QString> unreadableModelFile(const std::optional<QString> &folder,
     for (const QString &path : builtInPaths)
         files.append(QFileInfo(path));
     for (const QFileInfo &info : std::as_const(files)) {
+        const QString path = info.absoluteFilePath();
         const bool isThere = info.isSymLink() || info.isFile();
-        if (isThere && !info.isReadable() && isOnItsOwn(info.fileName()))
-            return info.absoluteFilePath();
+        if (isThere && !info.isReadable() && isFirstPart(info.fileName()) && ggufKind(path) == GgufKind::model)
+            return path;
     }
     return std::nullopt;
 }
@@ -137,15 +209,7 @@ bool isSettled(const ModelFile &file, const std::optional<ModelFile> &lookBefore
         return false;
     if (lookBefore && lookBefore->path == file.path && *lookBefore != file)
         return false;
-    const qint64 age = QDateTime::currentMSecsSinceEpoch() - file.modified;
-    // A time in the future is a wrong clock and says nothing.
-    return age < 0 || age >= moments.count();
-}
-
-bool beginsLikeModel(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.read(4) == "GGUF";
+    return isOlderThan(moments, file.modified) && (!file.projector || isOlderThan(moments, file.projector->modified));
 }
 
 qint64 memorySize()

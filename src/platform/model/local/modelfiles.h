@@ -11,8 +11,8 @@
 
 namespace lumora {
 
-/// A model file as one look found it. A model that was split into several files counts as one: its first part.
-struct ModelFile
+/// A file as one look found it. A model that was split into several files counts as one: its first part.
+struct FoundFile
 {
     QString path;
     qint64 size = 0;      ///< bytes, all parts together
@@ -21,22 +21,36 @@ struct ModelFile
     quint64 identity = 0; ///< of the files themselves: another one under the same name has another
     bool isWhole = true;  ///< all parts are there
 
+    bool operator==(const FoundFile &) const = default;
+};
+
+/// A model file, and the one beside it that lets it read images.
+struct ModelFile : FoundFile
+{
+    std::optional<FoundFile> projector;
+
     bool operator==(const ModelFile &) const = default;
 };
 
-/// The newest readable *.gguf in the folder, leaving out image projectors (mmproj-*) and later parts of split files;
-/// otherwise the first built-in path that exists.
-std::optional<ModelFile> chooseModelFile(const std::optional<QString> &folder, const QStringList &builtInPaths);
+/// Whether the two differ in nothing but their projectors.
+bool isSameModel(const ModelFile &left, const ModelFile &right);
+
+/// The newest readable *.gguf in the folder, leaving out projectors and later parts of split files; otherwise the first
+/// built-in path that exists. One with a part missing that nobody has written to during the last moments is passed over
+/// where any whole one is to be had.
+std::optional<ModelFile> chooseModelFile(const std::optional<QString> &folder, const QStringList &builtInPaths,
+                                         std::chrono::milliseconds moments);
+
+/// The projector that goes with a model: the only one, or of several the one whose name has the longest part in common
+/// with the model's, of three characters at least. Both are names of files; nothing where there is none.
+std::optional<QString> matchingProjector(const QString &model, const QStringList &projectors);
 
 /// A *.gguf in the folder, or a built-in file, that is there but cannot be read.
 std::optional<QString> unreadableModelFile(const std::optional<QString> &folder, const QStringList &builtInPaths);
 
-/// Whether the file seems complete: no part is missing, it is as it was at the look before, if there was one, and not
-/// written to during the last moments.
+/// Whether the file seems complete, and its projector too: no part is missing, it is as it was at the look before, if
+/// there was one, and not written to during the last moments.
 bool isSettled(const ModelFile &file, const std::optional<ModelFile> &lookBefore, std::chrono::milliseconds moments);
-
-/// Whether the file begins with the GGUF magic.
-bool beginsLikeModel(const QString &path);
 
 /// Bytes of this computer's memory.
 qint64 memorySize();

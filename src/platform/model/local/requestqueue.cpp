@@ -24,6 +24,12 @@ QByteArray toBytes(const std::string &text)
 
 } // namespace
 
+RequestQueue::RequestQueue(QObject *owner, std::function<void()> moreMayBeSent)
+    : m_owner(owner)
+    , m_moreMayBeSent(std::move(moreMayBeSent))
+{
+}
+
 void RequestQueue::add(qint64 id, const QString &text, std::shared_ptr<PendingCount> count)
 {
     m_requests.push_back({id, Count{text, std::move(count)}});
@@ -34,26 +40,44 @@ void RequestQueue::add(qint64 id, ReplyRequest request, LocalReply *reply)
     m_requests.push_back({id, Reply{std::move(request), reply}});
 }
 
-void RequestQueue::send(ServiceProcess &process)
+void RequestQueue::send(ServiceProcess &process, Attachments attachments)
 {
     Requests refused;
-    for (Request &request : m_requests) {
-        if (request.isSent)
-            continue;
-        request.isSent = process.send(toMessage(request)) == ServiceProcess::Sent::yes;
-        if (!request.isSent)
-            refused.push_back(request);
+    auto next = std::ranges::find(m_requests, false, &Request::isSent);
+    while (next != m_requests.end() && isReady(*next, attachments)) {
+        next->isSent = process.send(toMessage(*next, attachments)) == ServiceProcess::Sent::yes;
+        if (next->isSent) {
+            ++next;
+        } else {
+            refused.push_back(std::move(*next));
+            next = m_requests.erase(next);
+        }
     }
-    std::erase_if(m_requests, [](const Request &request) { return !request.isSent; });
     for (const Request &request : refused)
         fail(request, QStringLiteral("The message is too long for the language model. Shorten it."));
 }
 
-wire::Request RequestQueue::toMessage(const Request &request)
+// Begins to read the images where that has not been done.
+bool RequestQueue::isReady(Request &request, Attachments attachments) const
+{
+    auto *reply = std::get_if<Reply>(&request.what);
+    if (!reply || attachments == Attachments::asLabels || reply->request.prompt.attachments.isEmpty())
+        return true;
+    if (!reply->images) {
+        reply->images = std::make_shared<PromptImages>(reply->request.prompt.attachments);
+        // Not from within the signal: to send the request may be to forget it, and its images.
+        QObject::connect(reply->images.get(), &PromptImages::read, m_owner, m_moreMayBeSent, Qt::QueuedConnection);
+    }
+    return reply->images->areRead();
+}
+
+wire::Request RequestQueue::toMessage(const Request &request, Attachments attachments)
 {
     if (const auto *count = std::get_if<Count>(&request.what))
         return wire::Count{request.id, count->text.toStdString()};
-    return toWire(request.id, std::get<Reply>(request.what).request);
+    const auto &reply = std::get<Reply>(request.what);
+    const bool hasImages = attachments == Attachments::asImages && reply.images;
+    return toWire(request.id, reply.request, hasImages ? reply.images->images() : AttachedImages());
 }
 
 RequestQueue::Answered RequestQueue::take(const wire::Answer &answer)

@@ -4,12 +4,14 @@
 #pragma once
 
 #include "platform/model/local/localreply.h"
+#include "platform/model/local/promptimages.h"
 #include "platform/model/local/serviceprocess.h"
 #include "platform/model/pendingcount.h"
 
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <variant>
@@ -23,11 +25,18 @@ namespace lumora {
 class RequestQueue
 {
 public:
+    /// owner: outlives the queue, and calls in its thread, from the event loop, whenever more may be sent.
+    RequestQueue(QObject *owner, std::function<void()> moreMayBeSent);
+
     void add(qint64 id, const QString &text, std::shared_ptr<PendingCount> count);
     void add(qint64 id, ReplyRequest request, LocalReply *reply);
 
-    /// Sends all that waits.
-    void send(ServiceProcess &process);
+    enum class Attachments {
+        asLabels,
+        asImages,
+    };
+    /// Sends all that waits, up to the first prompt whose images have to be read before.
+    void send(ServiceProcess &process, Attachments attachments);
 
     enum class Answered {
         goesOn,    ///< the request has no end yet, or is not known any more
@@ -75,7 +84,8 @@ private:
     struct Reply
     {
         ReplyRequest request;
-        QPointer<LocalReply> reply; // null once it is cancelled
+        QPointer<LocalReply> reply;           // null once it is cancelled
+        std::shared_ptr<PromptImages> images; // null until they are needed
     };
     struct Request
     {
@@ -86,12 +96,15 @@ private:
     using Requests = std::vector<Request>;
 
     Requests::iterator find(qint64 id);
-    static wire::Request toMessage(const Request &request);
+    bool isReady(Request &request, Attachments attachments) const;
+    static wire::Request toMessage(const Request &request, Attachments attachments);
     static void fail(const Request &request, const QString &failure);
     static bool isCancelled(const Request &request);
     static Answered takeForCount(const Count &count, const wire::Answer &answer);
     static Answered takeForReply(const QPointer<LocalReply> &reply, const wire::Answer &answer);
 
+    QObject *m_owner;
+    std::function<void()> m_moreMayBeSent;
     Requests m_requests;
 };
 

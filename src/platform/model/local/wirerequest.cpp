@@ -3,20 +3,30 @@
 
 #include "platform/model/local/wirerequest.h"
 
+#include <utility>
+
 namespace lumora {
 
 namespace {
 
 constexpr size_t longestToolOutput = size_t{1024} * 1024; // bytes; far more than any context holds
 
-QString promptText(const Prompt &prompt)
+QString labelOf(const Attachment &attachment)
 {
+    return attachment.labelText().isEmpty() ? QStringLiteral("image") : attachment.labelText();
+}
+
+void addPrompt(wire::Respond &message, const Prompt &prompt, AttachedImages images)
+{
+    images.resize(size_t(prompt.attachments.size()));
     QString text = prompt.text;
-    for (const Attachment &attachment : prompt.attachments) {
-        const QString label = attachment.labelText().isEmpty() ? QStringLiteral("image") : attachment.labelText();
-        text += QStringLiteral("\n\n[%1]").arg(label);
+    for (qsizetype i = 0; i < prompt.attachments.size(); ++i) {
+        if (std::optional<wire::Image> &image = images[size_t(i)])
+            message.images.push_back(std::move(*image));
+        else
+            text += QStringLiteral("\n\n[%1]").arg(labelOf(prompt.attachments[i]));
     }
-    return text;
+    message.prompt = text.toStdString();
 }
 
 std::optional<wire::Sampling> toWire(std::optional<GenerationOptions::SamplingMode> mode)
@@ -28,7 +38,7 @@ std::optional<wire::Sampling> toWire(std::optional<GenerationOptions::SamplingMo
 
 } // namespace
 
-wire::Respond toWire(qint64 id, const ReplyRequest &request)
+wire::Respond toWire(qint64 id, const ReplyRequest &request, AttachedImages images)
 {
     wire::Respond message;
     message.id = id;
@@ -37,7 +47,7 @@ wire::Respond toWire(qint64 id, const ReplyRequest &request)
         message.tools.push_back(
             {tool.name.toStdString(), tool.description.toStdString(), tool.parameters.toJson().toStdString()});
     }
-    message.prompt = promptText(request.prompt).toStdString();
+    addPrompt(message, request.prompt, std::move(images));
     if (request.schema)
         message.schema = request.schema->toJson().toStdString();
     message.options.sampling = toWire(request.options.samplingMode);

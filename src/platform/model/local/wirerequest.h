@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "platform/model/local/promptimages.h"
 #include "platform/model/modelservice.h"
 
 #include <string>
@@ -10,8 +11,9 @@
 
 namespace lumora {
 
-/// The request as the service reads it. Of an attachment it gets to know that there is one, and its label.
-wire::Respond toWire(qint64 id, const ReplyRequest &request);
+/// The request as the service reads it. images: of the attachments, in order, as far as the model can see them; of the
+/// others it gets to know that they are there, and their labels.
+wire::Respond toWire(qint64 id, const ReplyRequest &request, AttachedImages images);
 
 /// The output as UTF-8, cut to a mebibyte at most, between two characters.
 std::string toolOutputText(const QString &output);

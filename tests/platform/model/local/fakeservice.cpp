@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// A model service for tests. A model file "GGUF <word>" says how loading goes, a prompt "<word> …" how the reply goes.
+// A model service for tests. A model file "GGUF <word>" says how loading goes, a projector file the same, and a prompt
+// "<word> …" how the reply goes.
 
 #include <array>
 #include <csignal>
@@ -79,14 +80,32 @@ bool isCancelled(int milliseconds)
     std::abort();
 }
 
+bool loadProjector(const wire::Load &request)
+{
+    if (!request.projector)
+        return false;
+    std::ifstream file(*request.projector);
+    std::string magic;
+    std::string word;
+    file >> magic >> word;
+    if (word == "kill")
+        dieOf(SIGKILL);
+    if (word == "crash") {
+        answer(wire::Failed{request.id, wire::ErrorCode::badProjector, "It crashed."});
+        ::_exit(3);
+    }
+    return word == "good";
+}
+
 void load(const wire::Load &request)
 {
-    std::ofstream(request.path + ".loads", std::ios::app) << '.';
+    std::ofstream(request.path + ".loads", std::ios::app) << (request.projector ? 'p' : '.');
     std::ifstream file(request.path);
     std::string magic;
     std::string word;
     std::int64_t contextSize = 1000;
     file >> magic >> word >> contextSize;
+    const bool readsImages = loadProjector(request);
     if (word == "bad")
         answer(wire::Failed{request.id, wire::ErrorCode::badFile, "This file is broken."});
     else if (word == "memory")
@@ -103,7 +122,7 @@ void load(const wire::Load &request)
         while (!isCancelled(1000)) {
         }
     else
-        answer(wire::Loaded{request.id, contextSize, "a fake"});
+        answer(wire::Loaded{request.id, contextSize, "a fake", readsImages});
 }
 
 void finish(std::int64_t id, std::int64_t outputTokens)

@@ -9,7 +9,7 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
+#include <QImage>
 #include <QLoggingCategory>
 #include <QProcess>
 #include <QSignalSpy>
@@ -80,6 +80,10 @@ private Q_SLOTS:
 
     void answersCountsAndReplies();
     void requestReachesTheService();
+    void imagesReachAModelThatReadsThem_data();
+    void imagesReachAModelThatReadsThem();
+    void imagesAreMadeFit();
+    void requestsWaitForImagesBeforeThem();
     void toolCallGoesThereAndBack();
     void longToolOutputIsCutBetweenCharacters();
     void serviceGetsHarmlessSurroundings();
@@ -100,6 +104,8 @@ private Q_SLOTS:
     void loadThatTakesTooLongIsGivenUp();
     void newFileSupersedesTheLoad();
     void growingFileLeavesTheLoadedModelInUse();
+    void growingProjectorLeavesTheLoadedModelInUse();
+    void missingPartDoesNotHideAnOlderModel();
     void countKeepsTheModelForTheReply();
     void changedFileWaitsForTheReply_data();
     void changedFileWaitsForTheReply();
@@ -126,8 +132,12 @@ private Q_SLOTS:
     void refusedReplyOutlivesTheService();
 
 private:
-    qsizetype loadCount() const;
-    void writeModel(const QByteArray &content);
+    QByteArray loads() const;
+    qsizetype loadCount() const { return loads().size(); }
+    QString write(const QString &name, const QByteArray &content);
+    void writeModel(const QByteArray &content) { write(u"model.gguf"_s, content); }
+    QString writeImage(const QString &name, const QImage &image) const;
+    wire::Respond echo(const QStringList &images);
     void createService();
     void becomeAvailable();
     qint64 servicePid();
@@ -155,17 +165,38 @@ void LocalModelServiceTest::cleanup()
     m_folder.reset();
 }
 
-void LocalModelServiceTest::writeModel(const QByteArray &content)
+QString LocalModelServiceTest::write(const QString &name, const QByteArray &content)
 {
-    QFile file(m_folder->filePath(u"model.gguf"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
+    QFile file(m_folder->filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write");
+    return file.fileName();
 }
 
-// How often the service was told to load the file.
-qsizetype LocalModelServiceTest::loadCount() const
+QString LocalModelServiceTest::writeImage(const QString &name, const QImage &image) const
 {
-    return QFileInfo(m_folder->filePath(u"model.gguf.loads"_s)).size();
+    if (!image.save(m_folder->filePath(name)))
+        qFatal("cannot write");
+    return m_folder->filePath(name);
+}
+
+// How the service was told to load the file: for each time a dot, or a p where it was told of a projector.
+QByteArray LocalModelServiceTest::loads() const
+{
+    QFile file(m_folder->filePath(u"model.gguf.loads"_s));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// What reaches the service of a prompt with images.
+wire::Respond LocalModelServiceTest::echo(const QStringList &images)
+{
+    ReplyRequest request;
+    for (const QString &path : images)
+        request.prompt.attachments.append(Attachment(path).label(u"attached image"_s));
+    const TestReply reply(*m_service, u"echo"_s, request);
+    [&reply] { QTRY_VERIFY(reply.hasEnded()); }();
+    const auto message = wire::decodeRequest(reply.text.toStdString());
+    return message ? std::get<wire::Respond>(*message) : wire::Respond();
 }
 
 void LocalModelServiceTest::createService()
@@ -230,6 +261,76 @@ void LocalModelServiceTest::requestReachesTheService()
     QVERIFY(sent.tools == (std::vector<wire::Tool>{{"ask", "Asks.", schema.toJson().toStdString()}}));
     QVERIFY(sent.schema == schema.toJson().toStdString());
     QVERIFY(sent.options == (wire::Options{wire::Sampling::greedy, 0.5, 100}));
+}
+
+void LocalModelServiceTest::imagesReachAModelThatReadsThem_data()
+{
+    QTest::addColumn<QByteArray>("projector"); // empty: none
+    QTest::addColumn<QByteArray>("loads");
+    QTest::addColumn<QByteArray>("prompt");
+    const QByteArray label = "\n\n[attached image]";
+    QTest::newRow("no projector") << QByteArray() << QByteArray(".") << "echo" + label + label;
+    QTest::newRow("good") << QByteArray("GGUF good") << QByteArray("p") << "echo" + label;
+    QTest::newRow("does not load") << QByteArray("GGUF bad") << QByteArray("p") << "echo" + label + label;
+    QTest::newRow("crashes") << QByteArray("GGUF crash") << QByteArray("p.") << "echo" + label + label;
+    QTest::newRow("takes too much memory") << QByteArray("GGUF kill") << QByteArray("p.") << "echo" + label + label;
+}
+
+void LocalModelServiceTest::imagesReachAModelThatReadsThem()
+{
+    QFETCH(QByteArray, projector);
+    QFETCH(QByteArray, loads);
+    QFETCH(QByteArray, prompt);
+    if (!projector.isEmpty())
+        write(u"mmproj-any.gguf"_s, projector);
+    becomeAvailable();
+    QCOMPARE(this->loads(), loads);
+    QImage image(3, 2, QImage::Format_RGB32);
+    image.fill(QColor(1, 2, 3));
+    image.setPixelColor(2, 1, QColor(250, 251, 252));
+    const wire::Respond sent = echo({writeImage(u"a.png"_s, image), write(u"b.png"_s, "not an image")});
+    QCOMPARE(QByteArray::fromStdString(sent.prompt), prompt);
+    if (projector.endsWith("good")) {
+        const QByteArray pixels = QByteArray("\1\2\3").repeated(5) + "\xFA\xFB\xFC";
+        QVERIFY(sent.images == (std::vector<wire::Image>{{3, 2, pixels.toStdString()}}));
+    } else {
+        QVERIFY(sent.images.empty());
+    }
+}
+
+void LocalModelServiceTest::imagesAreMadeFit()
+{
+    write(u"mmproj-any.gguf"_s, "GGUF good");
+    becomeAvailable();
+    QImage large(2688, 96, QImage::Format_RGB32);
+    large.fill(Qt::red);
+    QImage clear(10, 10, QImage::Format_ARGB32);
+    clear.fill(Qt::transparent);
+    QImage line(500, 2, QImage::Format_RGB32);
+    line.fill(Qt::black);
+    const wire::Respond sent =
+        echo({writeImage(u"large.png"_s, large), writeImage(u"clear.png"_s, clear), writeImage(u"line.png"_s, line)});
+    QCOMPARE(sent.images.size(), 3);
+    QVERIFY(sent.images[0].width == 1344 && sent.images[0].height == 84);
+    QVERIFY(sent.images[1].pixels == std::string(300, '\xFF'));
+    QVERIFY(sent.images[2].width == 500 && sent.images[2].height > 20);
+}
+
+void LocalModelServiceTest::requestsWaitForImagesBeforeThem()
+{
+    write(u"mmproj-any.gguf"_s, "GGUF good");
+    becomeAvailable();
+    ReplyRequest request;
+    request.prompt.attachments.append(Attachment(writeImage(u"a.png"_s, QImage(300, 300, QImage::Format_RGB32))));
+    const TestReply cancelled(*m_service, u"abort"_s, request);
+    const TestReply first(*m_service, u"structured"_s, request);
+    const auto count = outcomeOf(m_service->tokenCount(u"four"_s));
+    bool wasCountedBefore = false;
+    connect(first.reply.get(), &ModelReply::finished, this, [&] { wasCountedBefore = count->isDone(); });
+    cancelled->cancel();
+    QTRY_VERIFY(first.hasEnded());
+    QTRY_COMPARE(count->value, 4);
+    QVERIFY(first.usage && !wasCountedBefore && !cancelled.hasEnded());
 }
 
 void LocalModelServiceTest::toolCallGoesThereAndBack()
@@ -485,6 +586,32 @@ void LocalModelServiceTest::growingFileLeavesTheLoadedModelInUse()
     QVERIFY(changes.wait(30000));
     QCOMPARE(m_service->availability(), Availability::unavailable(Reason::modelNotReady));
     QCOMPARE(m_service->contextSize(), 1000);
+}
+
+void LocalModelServiceTest::growingProjectorLeavesTheLoadedModelInUse()
+{
+    m_settings.patience.untilSettled = 1s;
+    becomeAvailable();
+    write(u"mmproj-any.gguf"_s, "GGUF good");
+    QCOMPARE(m_service->availability(), Availability::available());
+    QVERIFY(echo({}).images.empty());
+    QTRY_COMPARE_WITH_TIMEOUT(loads(), QByteArray(".p"), 30000);
+    QTRY_COMPARE(m_service->availability(), Availability::available());
+    QVERIFY(QFile::remove(m_folder->filePath(u"mmproj-any.gguf"_s)));
+    QTRY_COMPARE((m_service->availability(), loads()), QByteArray(".p."));
+}
+
+void LocalModelServiceTest::missingPartDoesNotHideAnOlderModel()
+{
+    m_settings.patience.untilSettled = 500ms;
+    writeModel("GGUF fine");
+    QTest::qWait(600);
+    write(u"new-00001-of-00002.gguf"_s, "GGUF slow");
+    createService();
+    QCOMPARE(m_service->availability(), Availability::unavailable(Reason::modelNotReady));
+    QSignalSpy changes(m_service.get(), &ModelService::availabilityChanged);
+    QVERIFY(changes.wait(30000));
+    QCOMPARE(m_service->availability(), Availability::available());
 }
 
 void LocalModelServiceTest::countKeepsTheModelForTheReply()

@@ -8,6 +8,7 @@
 #include "platform/model/testrecords.h"
 
 #include <QFile>
+#include <QImage>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -63,6 +64,7 @@ private Q_SLOTS:
     void toolIsCalledAndItsOutputRead();
     void cancelledReplyLeavesTheServiceUsable();
     void killedServiceStartsAnew();
+    void imageIsRead();
     void brokenFileIsNoCrash_data();
     void brokenFileIsNoCrash();
 
@@ -147,10 +149,10 @@ void RealServiceTest::toolIsCalledAndItsOutputRead()
 
 void RealServiceTest::cancelledReplyLeavesTheServiceUsable()
 {
-    useModel(QStringLiteral(TINY_MODEL));
-    QTRY_COMPARE_WITH_TIMEOUT(m_service->availability(), Availability::available(), 60000);
+    useModel(QStringLiteral(ENDLESS_MODEL));
     LanguageModelSession session(SystemLanguageModel(m_service), {}, {});
     const auto cancelled = stream(session);
+    QTRY_VERIFY_WITH_TIMEOUT(!cancelled->snapshots.isEmpty(), 60000);
     session.cancel();
     QTRY_VERIFY_WITH_TIMEOUT(cancelled->hasEnded(), 60000);
     QVERIFY(cancelled->isCancelled);
@@ -161,10 +163,10 @@ void RealServiceTest::cancelledReplyLeavesTheServiceUsable()
 
 void RealServiceTest::killedServiceStartsAnew()
 {
-    useModel(QStringLiteral(TINY_MODEL));
-    QTRY_COMPARE_WITH_TIMEOUT(m_service->availability(), Availability::available(), 60000);
+    useModel(QStringLiteral(ENDLESS_MODEL));
     LanguageModelSession session(SystemLanguageModel(m_service), {}, {});
     const auto killed = stream(session);
+    QTRY_VERIFY_WITH_TIMEOUT(!killed->snapshots.isEmpty(), 60000);
     for (const int pid : childProcesses())
         QVERIFY(::kill(pid, SIGKILL) == 0);
     QTRY_VERIFY_WITH_TIMEOUT(killed->hasEnded(), 60000);
@@ -173,6 +175,31 @@ void RealServiceTest::killedServiceStartsAnew()
     const auto next = stream(session, 8);
     QTRY_VERIFY_WITH_TIMEOUT(next->hasEnded(), 60000);
     QVERIFY(next->isComplete);
+}
+
+void RealServiceTest::imageIsRead()
+{
+#ifndef READS_IMAGES
+    QSKIP("the engine was built without libmtmd");
+#endif
+    const QTemporaryDir folder;
+    QVERIFY(QFile::copy(QStringLiteral(TINY_MODEL), folder.filePath(u"tiny.gguf"_s)));
+    QVERIFY(QFile::copy(QStringLiteral(TINY_PROJECTOR), folder.filePath(u"mmproj-tiny.gguf"_s)));
+    QImage image(200, 100, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QVERIFY(image.save(folder.filePath(u"red.png"_s)));
+    useModel(folder.filePath(u"tiny.gguf"_s));
+
+    const auto tokensOf = [this](const QList<Attachment> &attachments) {
+        LanguageModelSession session(SystemLanguageModel(m_service), {}, {});
+        const auto log = std::make_shared<StreamLog>();
+        readAll(session.streamResponse({u"What is it?"_s, attachments}, {{}, {}, 4}), log);
+        [&log] { QTRY_VERIFY_WITH_TIMEOUT(log->hasEnded(), 60000); }();
+        return log->isComplete ? session.usage().input.totalTokenCount : 0;
+    };
+    const qint64 withoutImage = tokensOf({});
+    QVERIFY(withoutImage > 0);
+    QVERIFY(tokensOf({Attachment(folder.filePath(u"red.png"_s))}) >= withoutImage + 5 * 4);
 }
 
 void RealServiceTest::brokenFileIsNoCrash_data()
