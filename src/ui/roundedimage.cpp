@@ -3,7 +3,7 @@
 
 #include "ui/roundedimage.h"
 
-#include "platform/vision/imagefile.h"
+#include "platform/images/imagefile.h"
 
 #include <QPainter>
 #include <QQuickWindow>

@@ -3,7 +3,7 @@
 
 #include "platform/vision/graypicture.h"
 
-#include "platform/vision/imagefile.h"
+#include "platform/images/imagefile.h"
 
 #include <QPainter>
 
