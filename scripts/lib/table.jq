@@ -11,7 +11,7 @@ def row($what; $ours; $theirs; $ratio; $bound): "| \($what) | \($ours) | \($thei
 def compared($what; $ours; $theirs; $bound):
     row($what; $ours | time; $theirs | time; $ours.real_time / $theirs.real_time; "≤ \($bound)");
 
-$history[0] as $h | $store[0] as $s | $reply[0] as $r | $llama[0][0] as $l
+$history[0] as $h | $store[0] as $s | $search[0] as $q | $reply[0] as $r | $llama[0][0] as $l
 | "| what | Lumora | against | ratio | bound |",
   "|---|---|---|---|---|",
   compared("decoding a 50 MB history, against RapidJSON parsing it";
@@ -26,6 +26,10 @@ $history[0] as $h | $store[0] as $s | $reply[0] as $r | $llama[0][0] as $l
       median($s; "prompt5MegabyteLatestMessage"); median($s; "prompt20Messages"); 2),
   compared("applying one snapshot with 5,000 chats, against 10";
       median($s; "snapshot/5000"); median($s; "snapshot/10"); 1.5),
+  compared("a question to 10,000 documents of 20 KB, against plain FTS5";
+      median($q; "queryLargeLibrary"); median($q; "plainQueryLargeLibrary"); 2),
+  compared("the same, against a question to 1,000 documents";
+      median($q; "queryLargeLibrary"); median($q; "querySmallLibrary"); 10),
   row("tokens a second of a reply, against llama-bench with \($l.n_threads) threads";
       $r.tokensPerSecond | digits(1); $l.avg_ts | digits(1); $r.tokensPerSecond / $l.avg_ts; "≥ 0.95"),
   row("first text of the tenth question (\($r.tenthPromptTokens) tokens), against a cold start";
