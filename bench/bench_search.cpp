@@ -29,9 +29,13 @@ constexpr int documentsPerCall = 500;
 constexpr qsizetype wantedResults = 8;
 constexpr int vocabularySize = 20'000;
 
-/// The place of a word in the vocabulary, which says how frequent it is: in most of the documents, in one of ten, in
-/// one of fifty.
-constexpr std::array questionWords = {300, 3'000, 15'000};
+/// Places of words in the vocabulary, which say how frequent they are. A question as people ask it: a word of most of
+/// the documents, one of one in ten, and one of one in fifty.
+constexpr std::array ordinaryWords = {300, 3'000, 15'000};
+/// One that few documents answer, so that finding out is nearly all there is to do.
+constexpr std::array rareWords = {15'000, 17'000, 19'000};
+
+using Places = std::array<int, 3>;
 
 QString word(int place)
 {
@@ -187,21 +191,13 @@ Library &small()
     return library;
 }
 
-QStringList wordsOfQuestion()
+void ask(benchmark::State &state, Library &library, const Places &words)
 {
-    QStringList words;
-    for (const int place : questionWords)
-        words.append(word(place));
-    return words;
-}
-
-void ask(benchmark::State &state, Library &library)
-{
-    const QString question = QStringLiteral("What does the %1 say about %2 and %3?")
-                                 .arg(wordsOfQuestion().at(0), wordsOfQuestion().at(1), wordsOfQuestion().at(2));
+    const QString question =
+        QStringLiteral("What does the %1 say about %2 and %3?").arg(word(words[0]), word(words[1]), word(words[2]));
+    const UserQueryContext context{{QStringLiteral("title"), QStringLiteral("textContent")}, wantedResults};
     for (auto _ : state) {
-        UserQuery query(library.ours, question,
-                        {{QStringLiteral("title"), QStringLiteral("textContent")}, wantedResults});
+        UserQuery query(library.ours, question, context);
         qsizetype results = 0;
         while (query.next())
             ++results;
@@ -210,28 +206,44 @@ void ask(benchmark::State &state, Library &library)
     }
 }
 
-void queryLargeLibrary(benchmark::State &state)
+void askPlainly(benchmark::State &state, Library &library, const Places &words)
 {
-    ask(state, large());
-}
-BENCHMARK(queryLargeLibrary)->Unit(benchmark::kMillisecond);
-
-void querySmallLibrary(benchmark::State &state)
-{
-    ask(state, small());
-}
-BENCHMARK(querySmallLibrary)->Unit(benchmark::kMillisecond);
-
-void plainQueryLargeLibrary(benchmark::State &state)
-{
-    const QString expression = wordsOfQuestion().join(QStringLiteral(" OR "));
-    PlainIndex &plain = large().plain;
+    const QString expression = QStringLiteral("%1 OR %2 OR %3").arg(word(words[0]), word(words[1]), word(words[2]));
     for (auto _ : state) {
-        if (plain.query(expression) != wantedResults)
+        if (library.plain.query(expression) != wantedResults)
             state.SkipWithError("not found");
     }
 }
-BENCHMARK(plainQueryLargeLibrary)->Unit(benchmark::kMillisecond);
+
+void questionToLargeLibrary(benchmark::State &state)
+{
+    ask(state, large(), ordinaryWords);
+}
+BENCHMARK(questionToLargeLibrary)->Unit(benchmark::kMillisecond);
+
+void questionToSmallLibrary(benchmark::State &state)
+{
+    ask(state, small(), ordinaryWords);
+}
+BENCHMARK(questionToSmallLibrary)->Unit(benchmark::kMillisecond);
+
+void plainQuestion(benchmark::State &state)
+{
+    askPlainly(state, large(), ordinaryWords);
+}
+BENCHMARK(plainQuestion)->Unit(benchmark::kMillisecond);
+
+void rareQuestion(benchmark::State &state)
+{
+    ask(state, large(), rareWords);
+}
+BENCHMARK(rareQuestion)->Unit(benchmark::kMillisecond);
+
+void plainRareQuestion(benchmark::State &state)
+{
+    askPlainly(state, large(), rareWords);
+}
+BENCHMARK(plainRareQuestion)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -27,9 +27,11 @@ $history[0] as $h | $store[0] as $s | $search[0] as $q | $reply[0] as $r | $llam
   compared("applying one snapshot with 5,000 chats, against 10";
       median($s; "snapshot/5000"); median($s; "snapshot/10"); 1.5),
   compared("a question to 10,000 documents of 20 KB, against plain FTS5";
-      median($q; "queryLargeLibrary"); median($q; "plainQueryLargeLibrary"); 2),
-  compared("the same, against a question to 1,000 documents";
-      median($q; "queryLargeLibrary"); median($q; "querySmallLibrary"); 10),
+      median($q; "questionToLargeLibrary"); median($q; "plainQuestion"); 2),
+  compared("the same with rare words only";
+      median($q; "rareQuestion"); median($q; "plainRareQuestion"); 2),
+  compared("a question to 10,000 documents, against the same to 1,000";
+      median($q; "questionToLargeLibrary"); median($q; "questionToSmallLibrary"); 10),
   row("tokens a second of a reply, against llama-bench with \($l.n_threads) threads";
       $r.tokensPerSecond | digits(1); $l.avg_ts | digits(1); $r.tokensPerSecond / $l.avg_ts; "≥ 0.95"),
   row("first text of the tenth question (\($r.tenthPromptTokens) tokens), against a cold start";

@@ -64,10 +64,8 @@ Database::Database(const QString &path, std::chrono::milliseconds patience)
         throw lastError(handle);
     sqlite3_busy_timeout(handle, int(patience.count()));
     addFullTextFunctions(handle);
-    // What has been said to be done survives a power cut; a damaged page is noticed before it is used.
-    for (const char *setting :
-         {"PRAGMA synchronous = FULL", "PRAGMA cell_size_check = ON", "PRAGMA temp_store = MEMORY"})
-        execute(setting);
+    execute("PRAGMA cell_size_check = ON"); // a damaged page is noticed before it is used
+    execute("PRAGMA temp_store = MEMORY");
 }
 
 void Database::execute(const char *sql)
@@ -147,10 +145,13 @@ void Statement::run()
 
 QString Statement::text(int column) const
 {
-    // Not as UTF-8, of which QString leaves out a byte order mark at the start.
-    const void *utf16 = sqlite3_column_text16(m_handle.get(), column);
-    const auto length = qsizetype(sqlite3_column_bytes16(m_handle.get(), column)) / qsizetype(sizeof(QChar));
-    return utf16 ? QString(static_cast<const QChar *>(utf16), length) : QString();
+    const auto *bytes = reinterpret_cast<const char *>(sqlite3_column_text(m_handle.get(), column));
+    if (!bytes)
+        return {};
+    const QByteArrayView utf8(bytes, sqlite3_column_bytes(m_handle.get(), column));
+    // A byte order mark at the start is a character here, which QString leaves out.
+    QString text = QString::fromUtf8(utf8);
+    return utf8.startsWith("\xEF\xBB\xBF") ? QChar(QChar::ByteOrderMark) + text : text;
 }
 
 qint64 Statement::number(int column) const
@@ -158,11 +159,11 @@ qint64 Statement::number(int column) const
     return sqlite3_column_int64(m_handle.get(), column);
 }
 
-Transaction::Transaction(Database &database)
+Transaction::Transaction(Database &database, Kind kind)
     : m_database(database)
 {
     // A lock for writing at once: who begins by reading may be refused it later, without any wait.
-    database.execute("BEGIN IMMEDIATE");
+    database.execute(kind == Kind::writing ? "BEGIN IMMEDIATE" : "BEGIN");
 }
 
 Transaction::~Transaction()

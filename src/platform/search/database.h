@@ -71,11 +71,13 @@ private:
     std::unique_ptr<sqlite3_stmt, Finalizer> m_handle;
 };
 
-/// All changes between its construction and commit(), or none of them. Waits for a lock at the start only.
+/// All changes between its construction and commit(), or none of them; what is read, all of one moment.
 class Transaction
 {
 public:
-    explicit Transaction(Database &database);
+    enum class Kind { reading, writing };
+
+    Transaction(Database &database, Kind kind);
     Transaction(const Transaction &) = delete;
     Transaction &operator=(const Transaction &) = delete;
     ~Transaction();

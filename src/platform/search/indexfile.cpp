@@ -17,6 +17,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace lumora {
 
@@ -43,8 +44,6 @@ constexpr const char *createLayout[] = {
     "INSERT INTO words (words, rowid, title, textContent) VALUES ('delete', old.id, old.title, old.textContent); END",
     "CREATE TABLE rules (version TEXT NOT NULL)",
     "INSERT INTO rules VALUES ('')",
-    "PRAGMA application_id = 0x4C756D53",
-    "PRAGMA user_version = 1",
 };
 
 QString rulesVersion()
@@ -85,12 +84,13 @@ void applyRules(Database &database)
 
 void prepareForWriting(Database &database)
 {
-    if (!hasLayout(database))
-        database.execute("PRAGMA journal_mode = WAL"); // who reads and who writes do not wait for each other
-    Transaction transaction(database);
+    database.execute("PRAGMA synchronous = EXTRA"); // what has been said to be done survives a power cut
+    Transaction transaction(database, Transaction::Kind::writing);
     if (!hasLayout(database)) {
         for (const char *sql : createLayout)
             database.execute(sql);
+        database.execute("PRAGMA application_id = " + QByteArray::number(applicationId));
+        database.execute("PRAGMA user_version = " + QByteArray::number(layout));
     }
     applyRules(database);
     transaction.commit();
@@ -103,17 +103,17 @@ IndexFile::IndexFile(QString path)
 {
 }
 
-bool IndexFile::exists() const
+std::optional<IndexFile::Identity> IndexFile::identity() const
 {
     struct stat status = {};
     if (::stat(QFile::encodeName(m_path).constData(), &status) != 0) {
         if (errno == ENOENT || errno == ENOTDIR)
-            return false;
+            return std::nullopt;
         throw DatabaseError::fromErrno(QT_TRANSLATE_NOOP("lumora::Search", "The search index cannot be opened: %1."),
                                        errno);
     }
     if (S_ISREG(status.st_mode))
-        return true;
+        return Identity{status.st_dev, status.st_ino};
     // Opening a pipe could wait for ever.
     throw DatabaseError(DatabaseError::Kind::other,
                         QCoreApplication::translate("lumora::Search",
@@ -135,17 +135,33 @@ void IndexFile::create() const
                                        errno);
 }
 
-std::optional<Database> IndexFile::openForReading() const
+std::optional<IndexFile::Reader> IndexFile::openForReading()
 {
-    if (!exists())
+    const std::optional<Identity> current = identity();
+    if (!current)
         return std::nullopt;
-    Database database(m_path, readingPatience);
-    return hasLayout(database) ? std::optional(std::move(database)) : std::nullopt;
+    std::optional<Reader> reader = takeIdle();
+    // An open file keeps its identity for itself, so that a new one at its place has another.
+    if (!reader || reader->identity != *current)
+        reader = Reader{Database(m_path, readingPatience), *current};
+    return hasLayout(reader->database) ? std::move(reader) : std::nullopt;
+}
+
+std::optional<IndexFile::Reader> IndexFile::takeIdle()
+{
+    const std::lock_guard lock(m_idleLock);
+    return std::exchange(m_idle, std::nullopt);
+}
+
+void IndexFile::giveBack(Reader reader)
+{
+    const std::lock_guard lock(m_idleLock);
+    m_idle = std::move(reader);
 }
 
 std::optional<Database> IndexFile::openForWriting(IfMissing ifMissing, std::chrono::milliseconds patience) const
 {
-    if (!exists()) {
+    if (!identity()) {
         if (ifMissing == IfMissing::leave)
             return std::nullopt;
         create();

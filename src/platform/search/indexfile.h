@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <mutex>
 #include <optional>
 
 namespace lumora {
@@ -23,11 +24,29 @@ class IndexFile
 public:
     enum class IfMissing { create, leave };
 
+    /// What tells a file from another that takes its place.
+    struct Identity
+    {
+        quint64 device = 0;
+        quint64 number = 0;
+
+        bool operator==(const Identity &) const = default;
+    };
+
+    /// A connection that reads, and the file that it has open.
+    struct Reader
+    {
+        Database database;
+        Identity identity;
+    };
+
     /// Touches no file yet.
     explicit IndexFile(QString path);
 
     /// Any thread. Nothing where there is no index yet.
-    std::optional<Database> openForReading() const;
+    std::optional<Reader> openForReading();
+    /// Any thread. Keeps a reader that has not failed for the next one who reads: it knows the tables already.
+    void giveBack(Reader reader);
 
     /// On the thread that writes, only: makes it an index of this layout, whose words are found by the rules of this
     /// program. Nothing where there is none and none is to be created.
@@ -41,11 +60,15 @@ public:
     void removeBroken(int removalsThen);
 
 private:
-    bool exists() const;
+    /// Nothing where there is no file.
+    std::optional<Identity> identity() const;
     void create() const;
+    std::optional<Reader> takeIdle();
 
     const QString m_path;
     std::atomic<int> m_removals = 0;
+    std::mutex m_idleLock;
+    std::optional<Reader> m_idle;
 };
 
 } // namespace lumora

@@ -35,10 +35,25 @@ QByteArray phraseOf(std::string_view word)
     return '"' + QByteArray(word.data(), qsizetype(word.size())) + (isStem(word) ? "\"*" : "\"");
 }
 
-QByteArray ranking(qsizetype firstScored)
+/// A word in more than so many documents, and in more than a quarter of all, says little about any of them.
+constexpr qint64 commonDocuments = 1000;
+constexpr qint64 commonShare = 4;
+
+QByteArray anyOf(const QList<CountedPhrase> &phrases)
+{
+    QByteArrayList texts;
+    for (const CountedPhrase &counted : phrases)
+        texts.append(counted.phrase);
+    return texts.join(" OR ");
+}
+
+QByteArray ranking(const QList<CountedPhrase> &phrases, qsizetype passedOver)
 {
     // How much the columns weigh: title, text.
-    return "relevance(" + QByteArray::number(firstScored) + ", 10.0, 1.0)";
+    QByteArray call = "relevance(" + QByteArray::number(passedOver) + ", 10.0, 1.0";
+    for (const CountedPhrase &counted : phrases)
+        call += ", " + QByteArray::number(counted.documents);
+    return call + ')';
 }
 
 } // namespace
@@ -56,16 +71,24 @@ QList<QByteArray> questionPhrases(QStringView question)
     return telling.isEmpty() ? others : telling;
 }
 
-Match matchAny(const QList<QByteArray> &phrases)
+// Common words bring in no document by themselves where there are rarer ones that bring in enough: they would make
+// every document a result, and every document would have to be ranked.
+Match matchFor(const QList<CountedPhrase> &phrases, qint64 documents, qint64 wanted)
 {
-    return {phrases.join(" OR "), ranking(0)};
-}
-
-Match matchAny(const QList<QByteArray> &chosen, const QList<QByteArray> &others)
-{
-    // What comes after the AND is true of all of them, and makes the index look up the others in these documents only.
-    const QByteArray anyChosen = chosen.join(" OR ");
-    return {'(' + anyChosen + ") AND (" + anyChosen + " OR " + others.join(" OR ") + ')', ranking(chosen.size())};
+    const qint64 most = std::max(commonDocuments, documents / commonShare);
+    QList<CountedPhrase> rare;
+    qint64 mostOfRare = 0;
+    for (const CountedPhrase &counted : phrases) {
+        if (counted.documents > most)
+            continue;
+        rare.append(counted);
+        mostOfRare = std::max(mostOfRare, counted.documents);
+    }
+    if (rare.size() == phrases.size() || mostOfRare < wanted)
+        return {anyOf(phrases), ranking(phrases, 0)};
+    // What comes after the AND is true of all of them, and has the index look up the common words in these documents
+    // only.
+    return {'(' + anyOf(rare) + ") AND (" + anyOf(phrases) + ')', ranking(phrases, rare.size())};
 }
 
 } // namespace lumora

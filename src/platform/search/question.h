@@ -20,10 +20,15 @@ struct Match
 /// more than a question has. Without the stop words, unless there are no others. Empty where the text has no words.
 QList<QByteArray> questionPhrases(QStringView question);
 
-/// Documents that hold at least one of the phrases.
-Match matchAny(const QList<QByteArray> &phrases);
+/// A phrase, and how many documents hold it.
+struct CountedPhrase
+{
+    QByteArray phrase;
+    qint64 documents = 0;
+};
 
-/// Documents that hold at least one of the chosen phrases; the others only count for their rank.
-Match matchAny(const QList<QByteArray> &chosen, const QList<QByteArray> &others);
+/// What brings in the best of the documents that hold at least one of the phrases, of which there is one at least.
+/// documents: how many there are, about; wanted: how many of the best.
+Match matchFor(const QList<CountedPhrase> &phrases, qint64 documents, qint64 wanted);
 
 } // namespace lumora

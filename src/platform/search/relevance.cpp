@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <span>
 #include <sqlite3.h>
 #include <vector>
 
@@ -30,51 +31,50 @@ void check(int code)
         throw ApiError{code};
 }
 
-int countDocument(const Fts5ExtensionApi * /*api*/, Fts5Context * /*context*/, void *count)
-{
-    ++*static_cast<sqlite3_int64 *>(count);
-    return SQLITE_OK;
-}
-
 /// What holds for all documents of one query.
 struct Collection
 {
-    Collection(const Fts5ExtensionApi &api, Fts5Context *context, int firstPhrase)
-        : firstScored(firstPhrase)
+    /// parameters: those of the function.
+    Collection(const Fts5ExtensionApi &api, Fts5Context *context, std::span<sqlite3_value *> parameters)
+        : passedOver(sqlite3_value_int(parameters[0]))
     {
         sqlite3_int64 documents = 0;
         sqlite3_int64 words = 0;
         check(api.xRowCount(context, &documents));
         check(api.xColumnTotalSize(context, -1, &words));
         averageSize = std::max(1.0, double(words) / double(std::max<sqlite3_int64>(1, documents)));
-        for (int phrase = firstScored; phrase < api.xPhraseCount(context); ++phrase) {
-            sqlite3_int64 holding = 0;
-            check(api.xQueryPhrase(context, phrase, &holding, countDocument));
-            const double without = std::max(0.0, double(documents - holding));
-            weights.push_back(std::log(1 + (without + 0.5) / (double(holding) + 0.5)));
+        const auto columns = size_t(api.xColumnCount(context));
+        const auto phrases = size_t(api.xPhraseCount(context) - passedOver);
+        if (parameters.size() != 1 + columns + phrases)
+            throw ApiError{SQLITE_MISUSE};
+        for (sqlite3_value *weight : parameters.subspan(1, columns))
+            columnWeights.push_back(sqlite3_value_double(weight));
+        for (sqlite3_value *count : parameters.last(phrases)) {
+            const double holding = sqlite3_value_double(count);
+            phraseWeights.push_back(std::log(1 + (std::max(0.0, double(documents) - holding) + 0.5) / (holding + 0.5)));
         }
-        frequencies.resize(weights.size());
+        frequencies.resize(phrases);
     }
 
-    int firstScored;
-    double averageSize = 1;          ///< words of a document
-    std::vector<double> weights;     ///< of the scored phrases: the rarer, the higher
-    std::vector<double> frequencies; ///< of the same, in the document at hand
+    int passedOver;
+    double averageSize = 1; ///< words of a document
+    std::vector<double> columnWeights;
+    std::vector<double> phraseWeights; ///< the rarer, the higher
+    std::vector<double> frequencies;   ///< of the phrases, in the document at hand
 };
 
-Collection &collectionOf(const Fts5ExtensionApi &api, Fts5Context *context, int firstScored)
+Collection &collectionOf(const Fts5ExtensionApi &api, Fts5Context *context, std::span<sqlite3_value *> parameters)
 {
     if (void *known = api.xGetAuxdata(context, 0))
         return *static_cast<Collection *>(known);
-    auto collection = std::make_unique<Collection>(api, context, firstScored);
+    auto collection = std::make_unique<Collection>(api, context, parameters);
     Collection &result = *collection;
     check(api.xSetAuxdata(context, collection.release(),
                           [](void *old) { const std::unique_ptr<Collection> gone(static_cast<Collection *>(old)); }));
     return result;
 }
 
-void countFrequencies(const Fts5ExtensionApi &api, Fts5Context *context, Collection &collection,
-                      sqlite3_value **weights)
+void countFrequencies(const Fts5ExtensionApi &api, Fts5Context *context, Collection &collection)
 {
     std::fill(collection.frequencies.begin(), collection.frequencies.end(), 0.0);
     int hits = 0;
@@ -84,8 +84,8 @@ void countFrequencies(const Fts5ExtensionApi &api, Fts5Context *context, Collect
         int column = 0;
         int offset = 0;
         check(api.xInst(context, hit, &phrase, &column, &offset));
-        if (phrase >= collection.firstScored)
-            collection.frequencies[size_t(phrase - collection.firstScored)] += sqlite3_value_double(weights[column]);
+        if (phrase >= collection.passedOver)
+            collection.frequencies[size_t(phrase - collection.passedOver)] += collection.columnWeights[size_t(column)];
     }
 }
 
@@ -96,24 +96,20 @@ double scoreOf(const Fts5ExtensionApi &api, Fts5Context *context, const Collecti
     const double length = 1 - lengthWeight + lengthWeight * size / collection.averageSize;
     double score = 0;
     double held = 0;
-    for (size_t i = 0; i < collection.weights.size(); ++i) {
+    for (size_t i = 0; i < collection.frequencies.size(); ++i) {
         const double frequency = collection.frequencies[i];
-        score += collection.weights[i] * frequency * (saturation + 1) / (frequency + saturation * length);
+        score += collection.phraseWeights[i] * frequency * (saturation + 1) / (frequency + saturation * length);
         held += frequency > 0 ? 1 : 0;
     }
-    return score * held / double(std::max<size_t>(1, collection.weights.size()));
+    return score * held / double(std::max<size_t>(1, collection.frequencies.size()));
 }
 
 void relevance(const Fts5ExtensionApi *api, Fts5Context *context, sqlite3_context *result, int count,
                sqlite3_value **parameters)
 {
-    if (count <= api->xColumnCount(context)) {
-        sqlite3_result_error_code(result, SQLITE_MISUSE);
-        return;
-    }
     try { // nothing may be thrown through SQLite
-        Collection &collection = collectionOf(*api, context, sqlite3_value_int(parameters[0]));
-        countFrequencies(*api, context, collection, parameters + 1);
+        Collection &collection = collectionOf(*api, context, {parameters, size_t(count)});
+        countFrequencies(*api, context, collection);
         sqlite3_result_double(result, -scoreOf(*api, context, collection));
     } catch (const ApiError &error) {
         sqlite3_result_error_code(result, error.code);

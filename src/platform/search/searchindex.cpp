@@ -114,7 +114,7 @@ void SearchIndex::tryToMake(const Change &change, IndexFile::IfMissing ifMissing
         m_file.openForWriting(ifMissing, m_isClosing ? closingPatience : writingPatience);
     if (!database)
         return;
-    Transaction transaction(*database);
+    Transaction transaction(*database, Transaction::Kind::writing);
     change(*database);
     transaction.commit();
 }
@@ -124,7 +124,7 @@ void SearchIndex::removeBrokenLater(int removalsThen)
     m_worker.start([this, removalsThen] {
         try {
             m_file.removeBroken(removalsThen);
-        } catch (const DatabaseError &error) {
+        } catch (const DatabaseError &) {
             // A change would tell the user; who asks has nobody to tell.
         }
     });

@@ -6,99 +6,102 @@
 #include "platform/search/databaseerror.h"
 #include "platform/search/question.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace lumora {
 
 namespace {
 
-/// A word in more than so many documents, and in more than a quarter of all, says little about any of them.
-constexpr qint64 commonDocuments = 1000;
-constexpr qint64 commonShare = 4;
-
-/// Whether a phrase is that common. How many documents hold it is added up in the widest.
-class CommonPhrases
+QList<CountedPhrase> counted(Database &database, const QList<QByteArray> &phrases)
 {
-public:
-    explicit CommonPhrases(Database &database)
-        : m_most(std::max(commonDocuments, database.number("SELECT max(id) FROM items") / commonShare))
-        , m_count(database, "SELECT count(*) FROM (SELECT 1 FROM words WHERE words MATCH ?1 LIMIT ?2)")
-    {
+    Statement count(database, "SELECT count(*) FROM words WHERE words MATCH ?1");
+    QList<CountedPhrase> result;
+    for (const QByteArray &phrase : phrases) {
+        count.bind(1, phrase);
+        count.step();
+        result.append({phrase, count.number(0)});
+        count.run();
     }
+    return result;
+}
 
-    bool contain(const QByteArray &phrase)
-    {
-        m_count.bind(1, phrase);
-        m_count.bind(2, m_most + 1);
-        m_count.step();
-        const qint64 holding = m_count.number(0);
-        m_count.run();
-        if (holding > m_most)
-            return true;
-        m_mostOfOthers = std::max(m_mostOfOthers, holding);
-        return false;
-    }
-
-    /// The most documents that hold one of the phrases that were found not to be common.
-    qint64 mostOfOthers() const { return m_mostOfOthers; }
-
-private:
-    qint64 m_most;
-    Statement m_count;
-    qint64 m_mostOfOthers = 0;
-};
-
-/// Common words bring in no document by themselves where there are rarer ones that bring in enough: otherwise they
-/// would make every document a result, and every document would have to be ranked.
-Match matchFor(Database &database, const QList<QByteArray> &phrases, qsizetype wanted)
+/// The items of the best documents, by their row.
+QList<qint64> bestRows(Database &database, const QList<QByteArray> &phrases, qint64 wanted)
 {
-    CommonPhrases common(database);
-    QList<QByteArray> chosen = phrases;
-    const auto firstCommon = std::stable_partition(
-        chosen.begin(), chosen.end(), [&common](const QByteArray &phrase) { return !common.contain(phrase); });
-    const QList<QByteArray> others(firstCommon, chosen.end());
-    chosen.erase(firstCommon, chosen.end());
-    return others.isEmpty() || common.mostOfOthers() < wanted ? matchAny(phrases) : matchAny(chosen, others);
+    const Transaction allOfOneMoment(database, Transaction::Kind::reading);
+    const qint64 documents = database.number("SELECT max(id) FROM items"); // or a few less
+    const Match match = matchFor(counted(database, phrases), documents, wanted);
+    Statement statement(database,
+                        "SELECT rowid FROM words WHERE words MATCH ?1 AND rank MATCH ?2 ORDER BY rank LIMIT ?3");
+    statement.bind(1, match.expression);
+    statement.bind(2, match.ranking);
+    statement.bind(3, wanted);
+    QList<qint64> rows;
+    while (statement.step())
+        rows.append(statement.number(0));
+    return rows;
 }
 
 } // namespace
 
-/// The hits of one question, in order.
+/// What one question finds. Between two calls it locks nothing, so that nobody who writes waits for it.
 class UserQuery::Hits
 {
 public:
-    Hits(Database database, const QList<QByteArray> &phrases, const UserQueryContext &context)
-        : m_database(std::move(database))
-        , m_rows(m_database, "SELECT items.identifier, items.domain, iif(?4, items.title, NULL), "
-                             "iif(?5, items.contentDescription, NULL), iif(?6, items.textContent, NULL) "
-                             "FROM words CROSS JOIN items ON items.id = words.rowid "
-                             "WHERE words MATCH ?1 AND words.rank MATCH ?2 ORDER BY words.rank LIMIT ?3")
+    Hits(IndexFile &file, IndexFile::Reader reader, const QList<QByteArray> &phrases, const UserQueryContext &context)
+        : m_file(file)
+        , m_reader(std::move(reader))
+        , m_rows(bestRows(m_reader.database, phrases, context.maxResultCount))
+        , m_item(std::in_place, m_reader.database,
+                 "SELECT identifier, domain, iif(?2, title, NULL), iif(?3, contentDescription, NULL), "
+                 "iif(?4, textContent, NULL) FROM items WHERE id = ?1")
     {
-        const Match match = matchFor(m_database, phrases, context.maxResultCount);
-        m_rows.bind(1, match.expression);
-        m_rows.bind(2, match.ranking);
-        m_rows.bind(3, qint64(context.maxResultCount));
-        int parameter = 3;
+        int parameter = 1;
         for (const QString &attribute :
              {QStringLiteral("title"), QStringLiteral("contentDescription"), QStringLiteral("textContent")})
-            m_rows.bind(++parameter, qint64(context.fetchAttributes.contains(attribute)));
+            m_item->bind(++parameter, qint64(context.fetchAttributes.contains(attribute)));
+    }
+
+    Hits(const Hits &) = delete;
+    Hits &operator=(const Hits &) = delete;
+    ~Hits()
+    {
+        m_item.reset();
+        if (!m_hasFailed)
+            m_file.giveBack(std::move(m_reader));
     }
 
     std::optional<SearchableItem> next()
     {
-        if (!m_rows.step())
-            return std::nullopt;
-        return SearchableItem{.uniqueIdentifier = m_rows.text(0),
-                              .domainIdentifier = m_rows.text(1),
-                              .title = m_rows.text(2),
-                              .textContent = m_rows.text(4),
-                              .contentDescription = m_rows.text(3)};
+        m_hasFailed = true; // until it is known that it has not
+        std::optional<SearchableItem> item;
+        while (!item && !m_rows.isEmpty())
+            item = read(m_rows.takeFirst());
+        m_hasFailed = false;
+        return item;
     }
 
 private:
-    Database m_database;
-    Statement m_rows;
+    /// Nothing where it has been deleted since.
+    std::optional<SearchableItem> read(qint64 row)
+    {
+        m_item->bind(1, row);
+        std::optional<SearchableItem> item;
+        if (m_item->step())
+            item = {.uniqueIdentifier = m_item->text(0),
+                    .domainIdentifier = m_item->text(1),
+                    .title = m_item->text(2),
+                    .textContent = m_item->text(4),
+                    .contentDescription = m_item->text(3)};
+        m_item->run();
+        return item;
+    }
+
+    IndexFile &m_file;
+    IndexFile::Reader m_reader;
+    bool m_hasFailed = false;
+    QList<qint64> m_rows;
+    std::optional<Statement> m_item;
 };
 
 UserQuery::UserQuery(std::shared_ptr<SearchIndex> index, QString queryString, UserQueryContext context)
@@ -109,7 +112,6 @@ UserQuery::UserQuery(std::shared_ptr<SearchIndex> index, QString queryString, Us
 }
 
 UserQuery::UserQuery(UserQuery &&) noexcept = default;
-UserQuery &UserQuery::operator=(UserQuery &&) noexcept = default;
 UserQuery::~UserQuery() = default;
 
 void UserQuery::begin()
@@ -118,8 +120,9 @@ void UserQuery::begin()
     if (phrases.isEmpty() || m_context.maxResultCount <= 0)
         return;
     m_removals = m_index->m_file.removals();
-    if (std::optional<Database> database = m_index->m_file.openForReading())
-        m_hits = std::make_unique<Hits>(std::move(*database), phrases, m_context);
+    IndexFile &file = m_index->m_file;
+    if (std::optional<IndexFile::Reader> reader = file.openForReading())
+        m_hits = std::make_unique<Hits>(file, std::move(*reader), phrases, m_context);
 }
 
 std::optional<SearchableItem> UserQuery::next()

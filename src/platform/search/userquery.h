@@ -31,7 +31,7 @@ public:
     /// Reads nothing yet.
     UserQuery(std::shared_ptr<SearchIndex> index, QString queryString, UserQueryContext context);
     UserQuery(UserQuery &&) noexcept;
-    UserQuery &operator=(UserQuery &&) noexcept;
+    UserQuery &operator=(UserQuery &&) = delete;
     ~UserQuery();
 
     /// The next item, the most relevant first; nothing when there are no more, which is so, too, where there is no

