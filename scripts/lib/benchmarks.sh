@@ -49,5 +49,6 @@ physical_cores() { cat /sys/devices/system/cpu/cpu*/topology/thread_siblings_lis
 print_table() {
     jq -rn --slurpfile history "$1/bench_history.json" --slurpfile store "$1/bench_store.json" \
         --slurpfile pdf "$1/bench_pdf.json" --slurpfile vision "$1/bench_vision.json" \
+        --slurpfile search "$1/bench_search.json" \
         --slurpfile reply "$1/reply.json" --slurpfile llama "$1/llama.json" -f scripts/lib/table.jq
 }

@@ -11,7 +11,7 @@ def row($what; $ours; $theirs; $ratio; $bound): "| \($what) | \($ours) | \($thei
 def compared($what; $ours; $theirs; $bound):
     row($what; $ours | time; $theirs | time; $ours.real_time / $theirs.real_time; "≤ \($bound)");
 
-$history[0] as $h | $store[0] as $s | $pdf[0] as $p | $vision[0] as $v | $reply[0] as $r | $llama[0][0] as $l
+$history[0] as $h | $store[0] as $s | $search[0] as $q | $pdf[0] as $p | $vision[0] as $v | $reply[0] as $r | $llama[0][0] as $l
 | ($l.samples_ts | sort | .[length / 2 | floor]) as $rate
 | "| what | Lumora | against | ratio | bound |",
   "|---|---|---|---|---|",
@@ -27,6 +27,12 @@ $history[0] as $h | $store[0] as $s | $pdf[0] as $p | $vision[0] as $v | $reply[
       median($s; "prompt5MegabyteLatestMessage"); median($s; "prompt20Messages"); 2),
   compared("applying one snapshot with 5,000 chats, against 10";
       median($s; "snapshot/5000"); median($s; "snapshot/10"); 1.5),
+  compared("a question to 10,000 documents of 20 KB, against plain FTS5";
+      median($q; "questionToLargeLibrary"); median($q; "plainQuestion"); 2),
+  compared("the same with rare words only";
+      median($q; "rareQuestion"); median($q; "plainRareQuestion"); 2),
+  compared("a question to 10,000 documents, against the same to 1,000";
+      median($q; "questionToLargeLibrary"); median($q; "questionToSmallLibrary"); 10),
   compared("text of a PDF of 200 pages, against pdftotext"; median($p; "pdfText"); median($p; "pdftotextCommand"); 1.2),
   compared("recognising a page of A4 at 200 dpi, against the tesseract command";
       median($v; "recognisePage"); median($v; "tesseractCommand"); 1.1),

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+
+#include <exception>
+
+namespace lumora {
+
+/// The database refused or failed.
+class DatabaseError : public std::exception
+{
+public:
+    enum class Kind {
+        broken, ///< the file is not an index, or not one any more: no later attempt will read it
+        other,
+    };
+
+    /// description: a sentence for the user.
+    DatabaseError(Kind kind, QString description);
+
+    /// From an extended result code of SQLite and the errno behind it, 0 where there is none.
+    static DatabaseError fromCode(int extendedCode, int systemError);
+    /// text: a message that is translated; %1 becomes the description of the errno.
+    static DatabaseError fromErrno(const char *text, int systemError);
+
+    Kind kind() const { return m_kind; }
+    const QString &description() const { return m_description; }
+    const char *what() const noexcept override { return m_utf8.constData(); }
+
+private:
+    Kind m_kind;
+    QString m_description;
+    QByteArray m_utf8;
+};
+
+} // namespace lumora

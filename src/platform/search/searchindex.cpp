@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/search/searchindex.h"
+
+#include "platform/search/databaseerror.h"
+
+#include <QCoreApplication>
+#include <QPromise>
+
+#include <memory>
+
+namespace lumora {
+
+namespace {
+
+constexpr std::chrono::milliseconds writingPatience{3000};
+constexpr std::chrono::milliseconds closingPatience{100};
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("lumora::Search", text);
+}
+
+void deleteItems(Database &database, const QStringList &identifiers)
+{
+    Statement statement(database, "DELETE FROM items WHERE identifier = ?1");
+    for (const QString &identifier : identifiers) {
+        statement.bind(1, identifier);
+        statement.run();
+    }
+}
+
+void addItems(Database &database, const QList<SearchableItem> &items)
+{
+    Statement statement(database, "INSERT INTO items (identifier, domain, title, contentDescription, textContent) "
+                                  "VALUES (?1, ?2, ?3, ?4, ?5)");
+    for (const SearchableItem &item : items) {
+        deleteItems(database, {item.uniqueIdentifier});
+        int parameter = 0;
+        for (const QString &text :
+             {item.uniqueIdentifier, item.domainIdentifier, item.title, item.contentDescription, item.textContent})
+            statement.bind(++parameter, text);
+        statement.run();
+    }
+}
+
+} // namespace
+
+SearchIndex::SearchIndex(QString path)
+    : m_file(std::move(path))
+{
+    m_worker.setMaxThreadCount(1);
+}
+
+SearchIndex::~SearchIndex()
+{
+    m_isClosing = true;
+    m_worker.waitForDone();
+}
+
+QFuture<SearchIndex::Outcome> SearchIndex::indexSearchableItems(QList<SearchableItem> items)
+{
+    return enqueue([this, items = std::move(items)]() -> Outcome {
+        if (m_isClosing)
+            return SearchFailure{translated(QT_TRANSLATE_NOOP("lumora::Search", "The search index was closed."))};
+        return make([&items](Database &database) { addItems(database, items); }, IndexFile::IfMissing::create);
+    });
+}
+
+QFuture<SearchIndex::Outcome> SearchIndex::deleteSearchableItems(QStringList uniqueIdentifiers)
+{
+    return enqueue([this, identifiers = std::move(uniqueIdentifiers)] {
+        return make([&identifiers](Database &database) { deleteItems(database, identifiers); },
+                    IndexFile::IfMissing::leave);
+    });
+}
+
+QFuture<SearchIndex::Outcome> SearchIndex::enqueue(std::function<Outcome()> work)
+{
+    const auto promise = std::make_shared<QPromise<Outcome>>();
+    promise->start();
+    m_worker.start([promise, work = std::move(work)] {
+        promise->addResult(work());
+        promise->finish();
+    });
+    return promise->future();
+}
+
+SearchIndex::Outcome SearchIndex::make(const Change &change, IndexFile::IfMissing ifMissing)
+{
+    try {
+        const int removals = m_file.removals();
+        try {
+            tryToMake(change, ifMissing);
+        } catch (const DatabaseError &error) {
+            if (error.kind() != DatabaseError::Kind::broken)
+                throw;
+            m_file.removeBroken(removals);
+            tryToMake(change, ifMissing);
+        }
+        return std::nullopt;
+    } catch (const DatabaseError &error) {
+        return SearchFailure{error.description()};
+    } catch (const std::bad_alloc &) {
+        return SearchFailure{
+            translated(QT_TRANSLATE_NOOP("lumora::Search", "There is too little memory for the search index."))};
+    }
+}
+
+void SearchIndex::tryToMake(const Change &change, IndexFile::IfMissing ifMissing) const
+{
+    std::optional<Database> database =
+        m_file.openForWriting(ifMissing, m_isClosing ? closingPatience : writingPatience);
+    if (!database)
+        return;
+    Transaction transaction(*database, Transaction::Kind::writing);
+    change(*database);
+    transaction.commit();
+}
+
+void SearchIndex::removeBrokenLater(int removalsThen)
+{
+    m_worker.start([this, removalsThen] {
+        try {
+            m_file.removeBroken(removalsThen);
+        } catch (const DatabaseError &) {
+            // A change would tell the user; who asks has nobody to tell.
+        }
+    });
+}
+
+} // namespace lumora
