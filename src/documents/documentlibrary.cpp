@@ -5,15 +5,32 @@
 
 #include "documents/listfile.h"
 #include "platform/files/filestore.h"
+#include "platform/files/identifier.h"
 #include "platform/files/storagelocation.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QtConcurrentRun>
 
 namespace lumora {
 
-DocumentLibrary::DocumentLibrary(std::optional<QString> applicationSupport, QObject *parent)
+DocumentLibrary::DocumentLibrary(std::optional<QString> applicationSupport, PdfTextReader pdf, QObject *parent)
     : QObject(parent)
     , m_applicationSupport(std::move(applicationSupport))
+    , m_pdf(std::move(pdf))
 {
+    if (const std::optional<QString> folder = storageFolder(m_applicationSupport))
+        m_index = std::make_shared<SearchIndex>(*folder + QStringLiteral("/SearchIndex.sqlite"));
+    connect(&m_import, &QFutureWatcherBase::finished, this, &DocumentLibrary::endImport);
     load();
+}
+
+DocumentLibrary::~DocumentLibrary()
+{
+    m_importStop.request_stop();
+    m_import.waitForFinished();
+    if (m_isImporting && m_import.result().result == DocumentImport::Result::imported)
+        append(m_importing);
 }
 
 QString DocumentLibrary::domain()
@@ -46,6 +63,88 @@ void DocumentLibrary::load()
         return;
     m_documents = std::move(*documents);
     m_listFile = ListFile::ours;
+}
+
+void DocumentLibrary::add(const QUrl &location)
+{
+    if (!m_index) {
+        setErrorMessage(tr("Document storage is unavailable."));
+        return;
+    }
+    m_waiting.append(location);
+    if (!m_isImporting)
+        startNextImport();
+}
+
+void DocumentLibrary::startNextImport()
+{
+    setImporting(!m_waiting.isEmpty());
+    if (!m_isImporting)
+        return;
+    const QString picked = m_waiting.takeFirst().toLocalFile();
+    m_importing = ImportedDocument{.name = QFileInfo(picked).fileName(), .filename = freshFileName(picked)};
+    const DocumentImport import{.picked = picked,
+                                .folder = storageDirectory().value(),
+                                .document = m_importing,
+                                .pdf = m_pdf,
+                                .index = m_index,
+                                .domain = domain(),
+                                .stop = m_importStop.get_token()};
+    m_import.setFuture(QtConcurrent::run(&DocumentImport::run, import));
+}
+
+void DocumentLibrary::endImport()
+{
+    const DocumentImport::Outcome outcome = m_import.result();
+    switch (outcome.result) {
+    case DocumentImport::Result::imported:
+        append(m_importing);
+        setErrorMessage(QString());
+        break;
+    case DocumentImport::Result::noText:
+        setErrorMessage(tr("No readable text was found in this document. Scanned PDFs need OCR first."));
+        break;
+    case DocumentImport::Result::failed:
+        setErrorMessage(tr("Could not import document: ") + outcome.failure.description);
+        break;
+    case DocumentImport::Result::stopped:
+        break;
+    }
+    startNextImport();
+}
+
+void DocumentLibrary::append(const ImportedDocument &document)
+{
+    m_documents.append(document);
+    save();
+    Q_EMIT documentsChanged();
+}
+
+void DocumentLibrary::remove(const ImportedDocument &document)
+{
+    m_documents.removeIf([&document](const ImportedDocument &each) { return each.id == document.id; });
+    if (const std::optional<QString> folder = storageDirectory())
+        QFile::remove(*folder + u'/' + document.filename);
+    if (m_index)
+        m_index->deleteSearchableItems({identifierText(document.id)});
+    save();
+    Q_EMIT documentsChanged();
+}
+
+void DocumentLibrary::setErrorMessage(const QString &message)
+{
+    if (m_errorMessage == message)
+        return;
+    m_errorMessage = message;
+    Q_EMIT errorMessageChanged();
+}
+
+void DocumentLibrary::setImporting(bool isImporting)
+{
+    if (m_isImporting == isImporting)
+        return;
+    m_isImporting = isImporting;
+    Q_EMIT isImportingChanged();
 }
 
 void DocumentLibrary::save()

@@ -3,6 +3,9 @@
 
 #include "platform/files/filestore.h"
 
+#include "platform/files/identifier.h"
+#include "platform/text/textrules.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -117,7 +120,7 @@ FileOutcome replaceFile(const QString &path, const std::function<void(const Byte
     return putInPlace(file, what);
 }
 
-FileOutcome copyFile(const QString &from, const QString &to)
+FileOutcome copyFile(const QString &from, const QString &to, const std::stop_token &stop)
 {
     constexpr auto what = QT_TRANSLATE_NOOP("lumora::Files", "The file cannot be copied: %1.");
     constexpr qint64 pieceSize = 1 << 20;
@@ -133,10 +136,17 @@ FileOutcome copyFile(const QString &from, const QString &to)
     for (QByteArray piece = source.read(pieceSize); !piece.isEmpty(); piece = source.read(pieceSize)) {
         if (copy.write(piece) != piece.size())
             return failure(what, copy.errorString());
+        if (stop.stop_requested())
+            return failure(what, translated(QT_TRANSLATE_NOOP("lumora::Files", "it was stopped")));
     }
     if (source.error() != QFileDevice::NoError)
         return failure(what, source.errorString());
     return putInPlace(copy, what);
+}
+
+QString freshFileName(const QString &path)
+{
+    return identifierText(QUuid::createUuid()) + u'.' + lowercased(QFileInfo(path).suffix());
 }
 
 FileOutcome setFileAside(const QString &path)

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <optional>
+#include <stop_token>
 
 namespace lumora {
 
@@ -40,8 +41,12 @@ FileOutcome replaceFile(const QString &path, QByteArrayView bytes);
 FileOutcome replaceFile(const QString &path, const std::function<void(const ByteSink &)> &write);
 
 /// Copies a regular file to a path that does not exist yet, for this user alone to read. After a failure nothing lies
-/// there.
-FileOutcome copyFile(const QString &from, const QString &to);
+/// there; a stop counts as one.
+FileOutcome copyFile(const QString &from, const QString &to, const std::stop_token &stop = {});
+
+/// A name that no other stored file has: a new identifier, a full stop, and the extension of the file that it is for,
+/// in lower case. A file without an extension gets a name that ends in the full stop.
+QString freshFileName(const QString &path);
 
 /// Renames a file that cannot be understood to a free name beside it, "NAME.unreadable-1.EXTENSION" and up. Its bytes
 /// are neither lost nor ever overwritten. A missing file is a success.
