@@ -4,6 +4,7 @@
 #include "app/program.h"
 
 #include "app/appearance.h"
+#include "app/installation.h"
 #include "app/mainwindow.h"
 #include "app/singleinstance.h"
 #include "platform/files/storagelocation.h"
@@ -26,7 +27,8 @@ void say(const QString &line)
 int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString> &applicationSupport,
               SingleInstance *instance)
 {
-    ChatStore store(SystemLanguageModel(std::move(service)), applicationSupport);
+    ChatStore store(SystemLanguageModel(std::move(service)), applicationSupport,
+                    PdfTextReader{.helper = installedPdfHelper(QCoreApplication::applicationDirPath())});
     MainWindow window(&store);
     if (!window.window())
         return EXIT_FAILURE;

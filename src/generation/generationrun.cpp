@@ -52,7 +52,7 @@ QCoro::Task<> askForAnswer(GenerationRun run, std::shared_ptr<LanguageModelSessi
 QCoro::Task<> generateReply(GenerationRun run)
 {
     const QString text = co_await fittedPrompt(run);
-    const ToolList tools = selectTools(run.typedText, run.imageURL);
+    const ToolList tools = run.selectTools();
     const auto session = std::make_shared<LanguageModelSession>(run.model(), tools, sessionInstructions());
     const GenerationTask::SessionGuard stoppable(run.task, *session);
     const Prompt prompt = makePrompt(text, run.imageURL);
@@ -102,6 +102,11 @@ SystemLanguageModel GenerationRun::model() const
 QString GenerationRun::promptText(qint64 budget) const
 {
     return requireCurrentStore().promptText(conversationID, messageID, budget);
+}
+
+ToolList GenerationRun::selectTools() const
+{
+    return lumora::selectTools(typedText, imageURL, *requireCurrentStore().library());
 }
 
 QCoro::Task<qint64> GenerationRun::tokenCount(const QString &text) const

@@ -35,6 +35,7 @@ struct GenerationRun
     SystemLanguageModel model() const; ///< not to be held over a wait: a run must not keep the model's service alive
     QCoro::Task<qint64> tokenCount(const QString &text) const;
     QString promptText(qint64 budget) const;
+    ToolList selectTools() const;
     void publishContextTokens(qint64 tokens) const;
 
     // These do nothing where it is not.

@@ -3,10 +3,33 @@
 
 #include "generation/sessionsetup.h"
 
+#include "documents/documentlibrary.h"
 #include "features/currentdatetool.h"
+#include "features/documentsearchtool.h"
 #include "generation/toolselection.h"
+#include "platform/vision/barcodereadertool.h"
+#include "platform/vision/ocrtool.h"
 
 namespace lumora {
+
+namespace {
+
+CurrentDateTool currentDateTool()
+{
+    return {.name = QStringLiteral("currentDate"),
+            .description = QStringLiteral("Get the current local date and time. Use this when the user asks about "
+                                          "today, now, or the current time.")};
+}
+
+QStringList names(const QList<ImportedDocument> &documents)
+{
+    QStringList result;
+    for (const ImportedDocument &document : documents)
+        result.append(document.name);
+    return result;
+}
+
+} // namespace
 
 QString sessionInstructions()
 {
@@ -17,18 +40,21 @@ QString sessionInstructions()
         "date or time. You have no internet access. Keep answers clear and concise.");
 }
 
-ToolList selectTools(const QString &typedText, const std::optional<QString> &imageURL)
+ToolList selectTools(const QString &typedText, const std::optional<QString> &imageURL, const DocumentLibrary &library)
 {
+    const std::optional<DocumentSearchTool> documentSearch = searchTool(library);
     const RequestImage image = imageURL ? RequestImage::attached : RequestImage::absent;
-    const ToolSelection selection = selectToolsByKeyword(typedText, image, {});
+    const ToolSelection selection =
+        selectToolsByKeyword(typedText, image, documentSearch ? names(documentSearch->documents) : QStringList());
     ToolList tools;
-    if (selection.currentDate) {
-        tools.append(makeTool(CurrentDateTool{
-            .name = QStringLiteral("currentDate"),
-            .description = QStringLiteral("Get the current local date and time. Use this when the user asks about "
-                                          "today, now, or the current time."),
-        }));
-    }
+    if (selection.currentDate)
+        tools.append(makeTool(currentDateTool()));
+    if (selection.imageTool == ToolSelection::ImageTool::barcodeReader)
+        tools.append(makeTool(BarcodeReaderTool{.imagePath = *imageURL}));
+    if (selection.imageTool == ToolSelection::ImageTool::textRecognition)
+        tools.append(makeTool(OCRTool{.imagePath = *imageURL}));
+    if (selection.documentSearch)
+        tools.append(makeTool(*documentSearch));
     return tools;
 }
 

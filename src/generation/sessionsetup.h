@@ -12,12 +12,14 @@
 
 namespace lumora {
 
+class DocumentLibrary;
+
 /// What every session is told first.
 QString sessionInstructions();
 
 /// The tools for a request, in the order in which the model gets them: date, image, documents.
 /// typedText: the trimmed draft, not what stands in for an empty one.
-ToolList selectTools(const QString &typedText, const std::optional<QString> &imageURL);
+ToolList selectTools(const QString &typedText, const std::optional<QString> &imageURL, const DocumentLibrary &library);
 
 /// The fitted text, followed by the image where there is one.
 Prompt makePrompt(const QString &text, const std::optional<QString> &imageURL);

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "platform/files/filestore.h"
-#include "platform/files/identifier.h"
-#include "platform/text/textrules.h"
 #include "store/chatstore.h"
 
 #include <QFile>
@@ -23,18 +21,18 @@ std::optional<QString> ChatStore::imageURL(const QString &filename) const
     return folder ? std::optional(*folder + u'/' + filename) : std::nullopt;
 }
 
-void ChatStore::attachImage(const QString &path)
+void ChatStore::attachImage(const QUrl &location)
 {
     const std::optional<QString> folder = imagesDirectoryURL();
     if (!folder) {
         setErrorMessage(tr("Could not find local image storage."));
         return;
     }
-    const QString filename = identifierText(QUuid::createUuid()) + u'.' + lowercased(QFileInfo(path).suffix());
-    const QString copy = *folder + u'/' + filename;
+    const QString picked = location.toLocalFile();
+    const QString copy = *folder + u'/' + freshFileName(picked);
     FileOutcome failed = createFolder(*folder);
     if (!failed)
-        failed = copyFile(path, copy);
+        failed = copyFile(picked, copy);
     if (failed) {
         setErrorMessage(tr("Could not attach image: ") + failed->description);
         return;

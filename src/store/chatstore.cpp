@@ -16,11 +16,12 @@
 
 namespace lumora {
 
-ChatStore::ChatStore(SystemLanguageModel model, std::optional<QString> applicationSupport, QObject *parent)
+ChatStore::ChatStore(SystemLanguageModel model, std::optional<QString> applicationSupport, PdfTextReader pdf,
+                     QObject *parent)
     : QObject(parent)
     , m_model(std::move(model))
     , m_applicationSupport(std::move(applicationSupport))
-    , m_library(new DocumentLibrary(m_applicationSupport, this))
+    , m_library(new DocumentLibrary(m_applicationSupport, std::move(pdf), this))
     , m_modelAvailability(m_model.availability())
     , m_lastAvailabilityCheck(TimePoint::now())
 {

@@ -11,6 +11,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QUrl>
 #include <QUuid>
 
 #include <memory>
@@ -47,7 +48,8 @@ class ChatStore : public QObject
 public:
     /// Reads the history and the document list from the data directory (none: the history stays in memory), reads the
     /// model's availability, and selects the newest chat, making one where there is none.
-    ChatStore(SystemLanguageModel model, std::optional<QString> applicationSupport, QObject *parent = nullptr);
+    ChatStore(SystemLanguageModel model, std::optional<QString> applicationSupport, PdfTextReader pdf = {},
+              QObject *parent = nullptr);
     ~ChatStore() override;
     Q_DISABLE_COPY_MOVE(ChatStore)
 
@@ -92,8 +94,8 @@ public:
     Q_INVOKABLE void newConversation();
     Q_INVOKABLE void selectConversation(QUuid id);
     Q_INVOKABLE void deleteConversation(QUuid id);
-    /// path: an absolute path of the picked image.
-    Q_INVOKABLE void attachImage(const QString &path);
+    /// Copies a picked image; the next message carries the copy.
+    Q_INVOKABLE void attachImage(const QUrl &location);
     Q_INVOKABLE void removePendingImage();
     Q_INVOKABLE void refreshAvailability();
     Q_INVOKABLE void send();

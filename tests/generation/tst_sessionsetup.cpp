@@ -1,9 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "documents/documentlibrary.h"
 #include "generation/sessionsetup.h"
 #include "generation/toolselection.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace lumora;
@@ -17,7 +20,9 @@ class SessionSetupTest : public QObject
 private Q_SLOTS:
     void selectsToolsByKeyword_data();
     void selectsToolsByKeyword();
-    void offersTheDateTool();
+    void offersTheChosenTools_data();
+    void offersTheChosenTools();
+    void describesTheDateTool();
     void keepsTheInstructionsFixed();
 };
 
@@ -65,10 +70,39 @@ void SessionSetupTest::selectsToolsByKeyword()
              selection);
 }
 
-void SessionSetupTest::offersTheDateTool()
+void SessionSetupTest::offersTheChosenTools_data()
 {
-    QVERIFY(selectTools("Hello", std::nullopt).isEmpty());
-    const ToolList tools = selectTools("What is on today?", std::nullopt);
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("names");
+    QTest::newRow("none") << "Hello" << QStringList();
+    QTest::newRow("all of a kind") << "Read today's notes"
+                                   << QStringList({"currentDate", "readText", "searchDocuments"});
+    QTest::newRow("barcode") << "What says the qr code in the file?"
+                             << QStringList({"readBarcodes", "searchDocuments"});
+    QTest::newRow("by a document's name") << "Who wrote A.TXT?" << QStringList({"searchDocuments"});
+}
+
+void SessionSetupTest::offersTheChosenTools()
+{
+    QFETCH(QString, text);
+    QFETCH(QStringList, names);
+    const QTemporaryDir data;
+    QFile picked(data.filePath("a.txt"));
+    QVERIFY(picked.open(QIODevice::WriteOnly) && picked.write("pets") == 4);
+    picked.close();
+    DocumentLibrary library(data.path());
+    library.add(QUrl::fromLocalFile(picked.fileName()));
+    QTRY_COMPARE(library.documents().size(), 1);
+
+    QStringList offered;
+    for (const auto &tool : selectTools(text, "/tmp/a.png", library))
+        offered.append(tool->name());
+    QCOMPARE(offered, names);
+}
+
+void SessionSetupTest::describesTheDateTool()
+{
+    const ToolList tools = selectTools("What is on today?", std::nullopt, DocumentLibrary(std::nullopt));
     QCOMPARE(tools.size(), 1);
     QCOMPARE(tools.front()->name(), "currentDate");
     QCOMPARE(tools.front()->description(),
@@ -89,5 +123,5 @@ void SessionSetupTest::keepsTheInstructionsFixed()
         "Keep answers clear and concise.");
 }
 
-QTEST_APPLESS_MAIN(SessionSetupTest)
+QTEST_GUILESS_MAIN(SessionSetupTest)
 #include "tst_sessionsetup.moc"

@@ -46,7 +46,7 @@ void AttachmentsTest::copiesUnderAFreshName()
     const StoreFixture fixture;
     fixture.write("../" + picked, "pixels");
     const auto store = fixture.start();
-    store->attachImage(fixture.path("../" + picked));
+    store->attachImage(QUrl::fromLocalFile(fixture.path("../" + picked)));
 
     const QRegularExpression name("^[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}\\." + extension + "$");
     QCOMPARE(images(fixture).size(), 1);
@@ -62,8 +62,8 @@ void AttachmentsTest::keepsOneImagePending()
     fixture.write("../a.png", "a");
     fixture.write("../b.png", "b");
     const auto store = fixture.start();
-    store->attachImage(fixture.path("../a.png"));
-    store->attachImage(fixture.path("../b.png"));
+    store->attachImage(QUrl::fromLocalFile(fixture.path("../a.png")));
+    store->attachImage(QUrl::fromLocalFile(fixture.path("../b.png")));
     QCOMPARE(images(fixture).size(), 1);
     QCOMPARE(fixture.read("Images/" + images(fixture).front()), "b");
 
@@ -82,13 +82,13 @@ void AttachmentsTest::discardsThePendingImageWithTheComposer()
     fixture.write({conversation("a", 2, {userMessage("1")}), conversation("b", 1, {userMessage("2")})});
     const auto store = fixture.start();
 
-    store->attachImage(fixture.path("../a.png"));
+    store->attachImage(QUrl::fromLocalFile(fixture.path("../a.png")));
     store->selectConversation(store->conversations()[1].id);
     QVERIFY(images(fixture).isEmpty());
-    store->attachImage(fixture.path("../a.png"));
+    store->attachImage(QUrl::fromLocalFile(fixture.path("../a.png")));
     store->newConversation();
     QVERIFY(images(fixture).isEmpty());
-    store->attachImage(fixture.path("../a.png"));
+    store->attachImage(QUrl::fromLocalFile(fixture.path("../a.png")));
     store->deleteConversation(*store->selectedID());
     QCOMPARE(images(fixture).size(), 1);
     QVERIFY(store->pendingImageURL());
@@ -99,7 +99,7 @@ void AttachmentsTest::handsTheImageToTheMessage()
     const StoreFixture fixture;
     fixture.write("../a.png", "a");
     const auto store = fixture.start();
-    store->attachImage(fixture.path("../a.png"));
+    store->attachImage(QUrl::fromLocalFile(fixture.path("../a.png")));
     store->send();
     QVERIFY(!store->pendingImageURL());
     const ChatMessage message = store->conversations().front().messages.front();
@@ -128,13 +128,13 @@ void AttachmentsTest::keepsThePendingImageWhenACopyFails()
     const StoreFixture fixture;
     fixture.write("../a.png", "a");
     const auto store = fixture.start();
-    store->attachImage(fixture.path("../a.png"));
+    store->attachImage(QUrl::fromLocalFile(fixture.path("../a.png")));
     const auto pending = store->pendingImageURL();
-    store->attachImage(fixture.path("../gone.png"));
+    store->attachImage(QUrl::fromLocalFile(fixture.path("../gone.png")));
     QVERIFY2(store->errorMessage().startsWith("Could not attach image: "), qPrintable(store->errorMessage()));
     QCOMPARE(store->pendingImageURL(), pending);
     QCOMPARE(images(fixture).size(), 1);
-    store->attachImage(fixture.path("../a.png"));
+    store->attachImage(QUrl::fromLocalFile(fixture.path("../a.png")));
     QVERIFY(store->errorMessage().isNull());
 }
 

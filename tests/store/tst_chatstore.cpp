@@ -131,7 +131,7 @@ void ChatStoreTest::runsWithoutADataDirectory()
     QVERIFY(!store.imageURL("a.png"));
     store.newConversation();
     QVERIFY(store.errorMessage().isNull());
-    store.attachImage("/nowhere/a.png");
+    store.attachImage(QUrl::fromLocalFile("/nowhere/a.png"));
     QCOMPARE(store.errorMessage(), "Could not find local image storage.");
 }
 
@@ -184,7 +184,7 @@ void ChatStoreTest::selectingClearsTheComposer()
     const auto store = fixture.start();
     const QUuid a = store->conversations()[0].id;
     const QUuid b = store->conversations()[1].id;
-    store->attachImage("/nowhere");
+    store->attachImage(QUrl::fromLocalFile("/nowhere"));
     QVERIFY(!store->errorMessage().isNull());
     store->setDraft("draft");
 

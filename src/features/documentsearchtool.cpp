@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "features/documentsearchtool.h"
+
+#include "documents/documentlibrary.h"
+#include "documents/extracttext.h"
+#include "features/excerpt.h"
+#include "platform/files/identifier.h"
+#include "platform/model/errors.h"
+#include "platform/search/userquery.h"
+#include "platform/text/textsearch.h"
+
+#include <QSet>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace lumora {
+
+namespace {
+
+constexpr QStringView queryProperty = u"query";
+constexpr qsizetype mostIndexResults = 8;
+constexpr qsizetype mostResults = 3;
+
+QString result(const QString &title, const QString &text, const QString &query)
+{
+    return QStringLiteral("Document: ") + title + QStringLiteral("\nExcerpt: ") + excerpt(text, query);
+}
+
+/// What the index finds among these documents, best first.
+QStringList searchIndex(const DocumentSearchTool &tool, const QString &query)
+{
+    QSet<QString> knownIDs;
+    for (const ImportedDocument &document : tool.documents)
+        knownIDs.insert(identifierText(document.id));
+
+    UserQuery items(tool.index, query,
+                    {.fetchAttributes = {QStringLiteral("title"), QStringLiteral("textContent")},
+                     .maxResultCount = mostIndexResults});
+    QStringList results;
+    while (results.size() < mostResults) {
+        const std::optional<SearchableItem> item = items.next();
+        if (!item)
+            break;
+        if (!knownIDs.contains(item->uniqueIdentifier))
+            continue;
+        const QString title = item->title.isNull() ? QStringLiteral("Document") : item->title;
+        results.append(result(title, item->textContent, query));
+    }
+    return results;
+}
+
+/// Reads the stored copies, in the order of the list.
+QStringList scanDocuments(const DocumentSearchTool &tool, const QString &query)
+{
+    const QString folded = caseFolded(query);
+    const QList<QStringView> terms = words(folded);
+    const auto holdsATerm = [&terms](const QString &text) {
+        const QString foldedText = caseFolded(text);
+        return std::ranges::any_of(terms, [&foldedText](QStringView term) { return foldedText.contains(term); });
+    };
+    QStringList results;
+    for (const ImportedDocument &document : tool.documents) {
+        if (terms.isEmpty() || results.size() == mostResults)
+            break;
+        // A file that is missing or that is no text counts as empty; its name may match all the same.
+        const QString text = extractText(tool.directory + u'/' + document.filename, tool.pdf).text;
+        if (holdsATerm(document.name) || holdsATerm(text))
+            results.append(result(document.name, text, query));
+    }
+    return results;
+}
+
+} // namespace
+
+DocumentSearchTool::Arguments::PartiallyGenerated
+DocumentSearchTool::Arguments::PartiallyGenerated::fromGeneratedContent(const GeneratedContent &content)
+{
+    return {.id = content.id().value_or(QUuid::createUuid()), .query = content.optionalText(queryProperty)};
+}
+
+GenerationSchema DocumentSearchTool::Arguments::generationSchema()
+{
+    return {
+        .typeName = QStringLiteral("Arguments"),
+        .properties = {{queryProperty.toString(),
+                        QStringLiteral("A short search phrase with the important names and concepts"),
+                        GenerationSchema::Type::text}},
+    };
+}
+
+DocumentSearchTool::Arguments DocumentSearchTool::Arguments::fromGeneratedContent(const GeneratedContent &content)
+{
+    return {.query = content.text(queryProperty)};
+}
+
+GeneratedContent DocumentSearchTool::Arguments::generatedContent() const
+{
+    return GeneratedContent::Properties{{queryProperty.toString(), query}};
+}
+
+QString DocumentSearchTool::call(const Arguments &arguments) const
+{
+    QStringList results;
+    try {
+        results = searchIndex(*this, arguments.query);
+    } catch (const SearchError &error) {
+        throw ModelError(error.description());
+    }
+    if (results.isEmpty())
+        results = scanDocuments(*this, arguments.query);
+    if (results.isEmpty())
+        return QStringLiteral("No matching imported documents were found.");
+    return results.join(QStringLiteral("\n\n"));
+}
+
+std::optional<DocumentSearchTool> searchTool(const DocumentLibrary &library)
+{
+    const std::optional<QString> directory = library.storageDirectory();
+    if (!directory || library.documents().isEmpty())
+        return std::nullopt;
+    return DocumentSearchTool{
+        .name = QStringLiteral("searchDocuments"),
+        .description = QStringLiteral("Search the user's imported local documents for relevant information. Use this "
+                                      "to answer questions about a document."),
+        .documents = library.documents(),
+        .directory = *directory,
+        .index = library.index(),
+        .pdf = library.pdf(),
+    };
+}
+
+} // namespace lumora
