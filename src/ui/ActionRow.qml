@@ -11,8 +11,19 @@ RowLayout {
 
     required property ChatStore store
 
+    signal imageRequested
+
     spacing: 8
 
+    IconButton {
+        Layout.leftMargin: -6
+        hint: qsTr("Attach an image")
+        symbol: Symbols.paperclip
+        symbolSize: 18
+        text: qsTr("Attach Image")
+
+        onClicked: row.imageRequested()
+    }
     PrivacyNote {
         Layout.fillWidth: true
     }

@@ -11,6 +11,8 @@ FocusScope {
 
     required property ChatStore store
 
+    signal imageRequested
+
     function focusEditor() {
         composer.focusEditor();
     }
@@ -55,6 +57,8 @@ FocusScope {
             Layout.fillWidth: true
             focus: true
             store: view.store
+
+            onImageRequested: view.imageRequested()
         }
     }
 }

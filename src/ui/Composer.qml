@@ -11,6 +11,8 @@ FocusScope {
 
     required property ChatStore store
 
+    signal imageRequested
+
     function focusEditor() {
         editor.focusText();
     }
@@ -34,6 +36,11 @@ FocusScope {
             Layout.fillWidth: true
             store: composer.store
         }
+        PendingImageRow {
+            Layout.fillWidth: true
+            store: composer.store
+            visible: path !== ""
+        }
         MessageEditor {
             id: editor
 
@@ -44,6 +51,8 @@ FocusScope {
         ActionRow {
             Layout.fillWidth: true
             store: composer.store
+
+            onImageRequested: composer.imageRequested()
         }
     }
 }

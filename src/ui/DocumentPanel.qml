@@ -13,6 +13,8 @@ Item {
 
     required property DocumentLibrary library
 
+    signal documentRequested
+
     implicitHeight: column.implicitHeight + 20
 
     ColumnLayout {
@@ -25,15 +27,26 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         spacing: 7
 
-        SectionHeading {
-            Layout.fillWidth: true
-            text: qsTr("Documents")
+        RowLayout {
+            SectionHeading {
+                Layout.fillWidth: true
+                text: qsTr("Documents")
+            }
+            IconButton {
+                hint: qsTr("Add a text, Markdown, or PDF document for local search")
+                symbol: Symbols.plus
+                text: qsTr("Add Document")
+
+                onClicked: panel.documentRequested()
+            }
         }
         Repeater {
             model: panel.library.documents
 
             delegate: DocumentRow {
                 Layout.fillWidth: true
+
+                onRemoved: panel.library.remove(modelData)
             }
         }
         PlainText {

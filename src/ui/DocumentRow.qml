@@ -1,13 +1,32 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+import QtQuick
+import QtQuick.Layouts
 import org.lumora.ui
 
 /// One imported document.
-SymbolLabel {
+RowLayout {
+    id: row
+
     required property importedDocument modelData
 
-    font.pixelSize: Theme.captionSize
-    symbol: Symbols.document
-    text: modelData.name
+    signal removed
+
+    spacing: 4
+
+    SymbolLabel {
+        Layout.fillWidth: true
+        font.pixelSize: Theme.captionSize
+        symbol: Symbols.document
+        text: row.modelData.name
+    }
+    IconButton {
+        implicitHeight: 22
+        implicitWidth: 22
+        symbol: Symbols.xmark
+        text: qsTr("Remove %1").arg(row.modelData.name)
+
+        onClicked: row.removed()
+    }
 }

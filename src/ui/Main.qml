@@ -29,6 +29,8 @@ ApplicationWindow {
             SplitView.minimumWidth: 220
             SplitView.preferredWidth: 250
             store: window.store
+
+            onDocumentRequested: documentPicker.open()
         }
         ChatView {
             id: chat
@@ -37,7 +39,19 @@ ApplicationWindow {
             SplitView.minimumWidth: 360
             focus: true
             store: window.store
+
+            onImageRequested: imagePicker.open()
         }
+    }
+    ImagePicker {
+        id: imagePicker
+
+        onPicked: location => window.store.attachImage(location)
+    }
+    DocumentPicker {
+        id: documentPicker
+
+        onPicked: location => window.store.library.add(location)
     }
     Shortcut {
         sequence: "Ctrl+N"

@@ -11,6 +11,8 @@ Rectangle {
 
     required property ChatStore store
 
+    signal documentRequested
+
     color: Theme.sidebarGround
 
     ColumnLayout {
@@ -53,6 +55,8 @@ Rectangle {
         DocumentPanel {
             Layout.fillWidth: true
             library: sidebar.store.library
+
+            onDocumentRequested: sidebar.documentRequested()
         }
         StatusFooter {
             Layout.fillWidth: true

@@ -5,6 +5,8 @@
 
 #include "platform/model/generatedcontent.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <array>
 
@@ -36,13 +38,21 @@ QString offeredTool(const ReplyRequest &request, QStringView part)
     return found == request.tools.end() ? QString() : found->name;
 }
 
+QString latestMessage(const QString &prompt)
+{
+    static const QRegularExpression layout(QStringLiteral("Latest user message:\n(.*)\n\nRespond to the latest"),
+                                           QRegularExpression::DotMatchesEverythingOption);
+    const QRegularExpressionMatch match = layout.match(prompt);
+    return match.hasMatch() ? match.captured(1) : prompt;
+}
+
 // The right arguments for any tool: the user's words for every text that it asks for.
 QByteArray argumentsFor(const ReplyRequest &request, const QString &toolName)
 {
     const auto tool = std::ranges::find(request.tools, toolName, &ToolDefinition::name);
     GeneratedContent::Properties arguments;
     for (const GenerationSchema::Property &property : tool->parameters.properties)
-        arguments.emplace_back(property.name, QStringLiteral("the user's question"));
+        arguments.emplace_back(property.name, latestMessage(request.prompt.text));
     return GeneratedContent(std::move(arguments)).toJson();
 }
 
