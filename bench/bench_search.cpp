@@ -93,14 +93,11 @@ class PlainIndex
 {
 public:
     explicit PlainIndex(const QString &path)
+        : m_database(created(path))
+        , m_insert(prepare("INSERT INTO items VALUES (?1, ?2, ?3)"))
+        , m_query(prepare("SELECT identifier, title, textContent FROM items WHERE items MATCH ?1 "
+                          "AND rank MATCH 'bm25(1.0, 10.0, 1.0)' ORDER BY rank LIMIT ?2"))
     {
-        require(sqlite3_open(QFile::encodeName(path).constData(), &m_database) == SQLITE_OK);
-        execute("PRAGMA journal_mode = WAL");
-        execute(
-            "CREATE VIRTUAL TABLE items USING fts5 (identifier UNINDEXED, title, textContent, tokenize = unicode61)");
-        m_insert = prepare("INSERT INTO items VALUES (?1, ?2, ?3)");
-        m_query = prepare("SELECT identifier, title, textContent FROM items WHERE items MATCH ?1 "
-                          "AND rank MATCH 'bm25(1.0, 10.0, 1.0)' ORDER BY rank LIMIT ?2");
     }
     PlainIndex(const PlainIndex &) = delete;
     PlainIndex &operator=(const PlainIndex &) = delete;
@@ -113,14 +110,14 @@ public:
 
     void add(const QList<SearchableItem> &items)
     {
-        execute("BEGIN");
+        execute(m_database, "BEGIN");
         for (const SearchableItem &item : items) {
             int parameter = 0;
             for (const QString &text : {item.uniqueIdentifier, item.title, item.textContent})
                 bind(m_insert, ++parameter, text);
             require(sqlite3_step(m_insert) == SQLITE_DONE && sqlite3_reset(m_insert) == SQLITE_OK);
         }
-        execute("COMMIT");
+        execute(m_database, "COMMIT");
     }
 
     qsizetype query(const QString &expression)
@@ -139,7 +136,19 @@ public:
     }
 
 private:
-    void execute(const char *sql) { require(sqlite3_exec(m_database, sql, nullptr, nullptr, nullptr) == SQLITE_OK); }
+    static sqlite3 *created(const QString &path)
+    {
+        sqlite3 *database = nullptr;
+        require(sqlite3_open(QFile::encodeName(path).constData(), &database) == SQLITE_OK);
+        execute(database, "CREATE VIRTUAL TABLE items USING fts5 (identifier UNINDEXED, title, textContent, "
+                          "tokenize = unicode61)");
+        return database;
+    }
+
+    static void execute(sqlite3 *database, const char *sql)
+    {
+        require(sqlite3_exec(database, sql, nullptr, nullptr, nullptr) == SQLITE_OK);
+    }
 
     sqlite3_stmt *prepare(const char *sql)
     {
@@ -154,9 +163,9 @@ private:
         sqlite3_bind_text(statement, parameter, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
     }
 
-    sqlite3 *m_database = nullptr;
-    sqlite3_stmt *m_insert = nullptr;
-    sqlite3_stmt *m_query = nullptr;
+    sqlite3 *m_database;
+    sqlite3_stmt *m_insert;
+    sqlite3_stmt *m_query;
 };
 
 /// The same documents in both, made once, in the folder in which the benchmark runs.

@@ -97,11 +97,11 @@ Statement::Statement(Database &database, const char *sql)
     m_handle.reset(handle);
     if (code == SQLITE_OK)
         return;
-    const DatabaseError error = lastError(database.m_handle.get());
+    sqlite3 *connection = database.m_handle.get();
+    if (code != SQLITE_ERROR)
+        throw lastError(connection);
     // The statement is right, so a table of the index must be missing or not what it should be.
-    if (code == SQLITE_ERROR)
-        throw DatabaseError(DatabaseError::Kind::broken, error.description());
-    throw error;
+    throw DatabaseError(DatabaseError::Kind::broken, lastError(connection).description());
 }
 
 void Statement::check(int code) const

@@ -44,40 +44,63 @@ QList<qint64> bestRows(Database &database, const QList<QByteArray> &phrases, qin
 
 } // namespace
 
+/// A reader that is given back, unless something has gone wrong with it.
+class UserQuery::Loan
+{
+public:
+    Loan(IndexFile &file, IndexFile::Reader reader)
+        : m_file(file)
+        , m_reader(std::move(reader))
+    {
+    }
+    Loan(const Loan &) = delete;
+    Loan &operator=(const Loan &) = delete;
+    ~Loan()
+    {
+        if (m_isSound)
+            m_file.giveBack(std::move(m_reader));
+    }
+
+    Database &database() { return m_reader.database; }
+
+    /// Does what may go wrong.
+    template <typename Work>
+    auto use(const Work &work)
+    {
+        m_isSound = false;
+        auto result = work();
+        m_isSound = true;
+        return result;
+    }
+
+private:
+    IndexFile &m_file;
+    IndexFile::Reader m_reader;
+    bool m_isSound = true;
+};
+
 /// What one question finds. Between two calls it locks nothing, so that nobody who writes waits for it.
 class UserQuery::Hits
 {
 public:
     Hits(IndexFile &file, IndexFile::Reader reader, const QList<QByteArray> &phrases, const UserQueryContext &context)
-        : m_file(file)
-        , m_reader(std::move(reader))
-        , m_rows(bestRows(m_reader.database, phrases, context.maxResultCount))
-        , m_item(std::in_place, m_reader.database,
+        : m_loan(file, std::move(reader))
+        , m_rows(m_loan.use([&] { return bestRows(m_loan.database(), phrases, context.maxResultCount); }))
+        , m_item(m_loan.database(),
                  "SELECT identifier, domain, iif(?2, title, NULL), iif(?3, contentDescription, NULL), "
                  "iif(?4, textContent, NULL) FROM items WHERE id = ?1")
     {
         int parameter = 1;
         for (const QString &attribute :
              {QStringLiteral("title"), QStringLiteral("contentDescription"), QStringLiteral("textContent")})
-            m_item->bind(++parameter, qint64(context.fetchAttributes.contains(attribute)));
-    }
-
-    Hits(const Hits &) = delete;
-    Hits &operator=(const Hits &) = delete;
-    ~Hits()
-    {
-        m_item.reset();
-        if (!m_hasFailed)
-            m_file.giveBack(std::move(m_reader));
+            m_item.bind(++parameter, qint64(context.fetchAttributes.contains(attribute)));
     }
 
     std::optional<SearchableItem> next()
     {
-        m_hasFailed = true; // until it is known that it has not
         std::optional<SearchableItem> item;
         while (!item && !m_rows.isEmpty())
-            item = read(m_rows.takeFirst());
-        m_hasFailed = false;
+            item = m_loan.use([this] { return read(m_rows.takeFirst()); });
         return item;
     }
 
@@ -85,23 +108,21 @@ private:
     /// Nothing where it has been deleted since.
     std::optional<SearchableItem> read(qint64 row)
     {
-        m_item->bind(1, row);
+        m_item.bind(1, row);
         std::optional<SearchableItem> item;
-        if (m_item->step())
-            item = {.uniqueIdentifier = m_item->text(0),
-                    .domainIdentifier = m_item->text(1),
-                    .title = m_item->text(2),
-                    .textContent = m_item->text(4),
-                    .contentDescription = m_item->text(3)};
-        m_item->run();
+        if (m_item.step())
+            item = {.uniqueIdentifier = m_item.text(0),
+                    .domainIdentifier = m_item.text(1),
+                    .title = m_item.text(2),
+                    .textContent = m_item.text(4),
+                    .contentDescription = m_item.text(3)};
+        m_item.run();
         return item;
     }
 
-    IndexFile &m_file;
-    IndexFile::Reader m_reader;
-    bool m_hasFailed = false;
+    Loan m_loan; ///< first, so that it ends last
     QList<qint64> m_rows;
-    std::optional<Statement> m_item;
+    Statement m_item;
 };
 
 UserQuery::UserQuery(std::shared_ptr<SearchIndex> index, QString queryString, UserQueryContext context)

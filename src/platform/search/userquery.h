@@ -40,6 +40,7 @@ public:
     std::optional<SearchableItem> next();
 
 private:
+    class Loan;
     class Hits;
 
     void begin();
