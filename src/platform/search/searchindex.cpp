@@ -50,13 +50,11 @@ void addItems(Database &database, const QList<SearchableItem> &items)
 SearchIndex::SearchIndex(QString path)
     : m_file(std::move(path))
 {
-    m_worker.setMaxThreadCount(1);
 }
 
 SearchIndex::~SearchIndex()
 {
     m_isClosing = true;
-    m_worker.waitForDone();
 }
 
 QFuture<SearchIndex::Outcome> SearchIndex::indexSearchableItems(QList<SearchableItem> items)
@@ -80,7 +78,7 @@ QFuture<SearchIndex::Outcome> SearchIndex::enqueue(std::function<Outcome()> work
 {
     const auto promise = std::make_shared<QPromise<Outcome>>();
     promise->start();
-    m_worker.start([promise, work = std::move(work)] {
+    m_worker.add([promise, work = std::move(work)] {
         promise->addResult(work());
         promise->finish();
     });
@@ -121,7 +119,7 @@ void SearchIndex::tryToMake(const Change &change, IndexFile::IfMissing ifMissing
 
 void SearchIndex::removeBrokenLater(int removalsThen)
 {
-    m_worker.start([this, removalsThen] {
+    m_worker.add([this, removalsThen] {
         try {
             m_file.removeBroken(removalsThen);
         } catch (const DatabaseError &) {

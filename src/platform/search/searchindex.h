@@ -6,12 +6,13 @@
 #include "platform/search/indexfile.h"
 #include "platform/search/searchableitem.h"
 #include "platform/search/searcherror.h"
+#include "platform/search/workqueue.h"
 
 #include <QFuture>
 #include <QList>
 #include <QStringList>
-#include <QThreadPool>
 
+#include <atomic>
 #include <functional>
 #include <optional>
 
@@ -56,7 +57,7 @@ private:
 
     IndexFile m_file;
     std::atomic<bool> m_isClosing = false;
-    QThreadPool m_worker;
+    WorkQueue m_worker; ///< last, so that it ends first
 };
 
 } // namespace lumora
