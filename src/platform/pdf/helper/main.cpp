@@ -6,8 +6,8 @@
 // SECONDS: of processor time. Ends with 0 where it has read to the end; a file that is no PDF, or a locked one, has no
 // text.
 
-#include "confinement.h"
 #include "documenttext.h"
+#include "platform/process/confinement.h"
 
 #include <cerrno>
 #include <charconv>
@@ -22,7 +22,7 @@
 #include <system_error>
 #include <unistd.h>
 
-using namespace lumora::pdf;
+using namespace lumora;
 
 namespace {
 
@@ -68,7 +68,7 @@ int main(int argc, char **argv)
     if (bytes == MAP_FAILED)
         return incomplete;
     try {
-        readText({static_cast<const char *>(bytes), size}, writeOut);
+        pdf::readText({static_cast<const char *>(bytes), size}, writeOut);
         return complete;
     } catch (const std::exception &) {
         return incomplete;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "confinement.h"
+#include "platform/process/confinement.h"
 
 #include <csignal>
 #include <poll.h>
@@ -9,7 +9,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-namespace lumora::pdf {
+namespace lumora {
 
 namespace {
 
@@ -36,4 +36,4 @@ bool confine(std::uint64_t addressSpace, std::uint64_t processorTime)
            hasReader(); // which may have ended before its end would have been told
 }
 
-} // namespace lumora::pdf
+} // namespace lumora

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "platform/pdf/filedescriptor.h"
+#include "platform/process/filedescriptor.h"
 
 #include <QByteArray>
 #include <QList>

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <QString>
+
 namespace lumora {
 
 /// An open file of the system, closed with its owner.
@@ -25,5 +27,8 @@ public:
 private:
     int m_number = -1;
 };
+
+/// Open for reading where the path is that of a regular file with something in it, and not more than this.
+FileDescriptor openedFile(const QString &path, qint64 largestSize);
 
 } // namespace lumora
