@@ -3,9 +3,9 @@
 
 // What recognising a page of text costs, through the tool and with the tesseract command.
 
-#include "platform/vision/ocrlanguages.h"
 #include "platform/vision/ocrtool.h"
-#include "platform/vision/textrecognizer.h"
+#include "platform/vision/reader/ocrlanguages.h"
+#include "platform/vision/reader/textrecognizer.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -63,8 +63,9 @@ void expectPage(benchmark::State &state, const QString &text)
 void recognisePage(benchmark::State &state)
 {
     const Sheet sheet;
+    const OCRTool tool{.imagePath = sheet.path(), .reader = {QStringLiteral(IMAGE_READER)}};
     for (auto _ : state)
-        expectPage(state, OCRTool{.imagePath = sheet.path()}.call({}));
+        expectPage(state, tool.call({}));
 }
 BENCHMARK(recognisePage)->Unit(benchmark::kMillisecond)->UseRealTime();
 

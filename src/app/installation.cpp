@@ -36,4 +36,9 @@ QString installedPdfHelper(const QString &programFolder)
     return helperPath(programFolder, QStringLiteral("lumora-pdf-text"));
 }
 
+QString installedImageReader(const QString &programFolder)
+{
+    return helperPath(programFolder, QStringLiteral("lumora-image-reader"));
+}
+
 } // namespace lumora

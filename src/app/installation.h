@@ -17,4 +17,7 @@ LocalModelSettings installedModel(const QString &programFolder, const std::optio
 /// Where the program that reads PDF files lies: beside the program's executable or in ../libexec/lumora.
 QString installedPdfHelper(const QString &programFolder);
 
+/// The same of the program that reads images.
+QString installedImageReader(const QString &programFolder);
+
 } // namespace lumora

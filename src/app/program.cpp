@@ -27,8 +27,10 @@ void say(const QString &line)
 int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString> &applicationSupport,
               SingleInstance *instance)
 {
+    const QString programFolder = QCoreApplication::applicationDirPath();
     ChatStore store(SystemLanguageModel(std::move(service)), applicationSupport,
-                    PdfTextReader{.helper = installedPdfHelper(QCoreApplication::applicationDirPath())});
+                    PdfTextReader{.helper = installedPdfHelper(programFolder)},
+                    ImageReader{.helper = installedImageReader(programFolder)});
     MainWindow window(&store);
     if (!window.window())
         return EXIT_FAILURE;

@@ -106,7 +106,8 @@ QString GenerationRun::promptText(qint64 budget) const
 
 ToolList GenerationRun::selectTools() const
 {
-    return lumora::selectTools(typedText, imageURL, *requireCurrentStore().library());
+    const ChatStore &current = requireCurrentStore();
+    return lumora::selectTools(typedText, imageURL, *current.library(), current.m_images);
 }
 
 QCoro::Task<qint64> GenerationRun::tokenCount(const QString &text) const

@@ -40,7 +40,8 @@ QString sessionInstructions()
         "date or time. You have no internet access. Keep answers clear and concise.");
 }
 
-ToolList selectTools(const QString &typedText, const std::optional<QString> &imageURL, const DocumentLibrary &library)
+ToolList selectTools(const QString &typedText, const std::optional<QString> &imageURL, const DocumentLibrary &library,
+                     const ImageReader &images)
 {
     const std::optional<DocumentSearchTool> documentSearch = searchTool(library);
     const RequestImage image = imageURL ? RequestImage::attached : RequestImage::absent;
@@ -50,9 +51,9 @@ ToolList selectTools(const QString &typedText, const std::optional<QString> &ima
     if (selection.currentDate)
         tools.append(makeTool(currentDateTool()));
     if (selection.imageTool == ToolSelection::ImageTool::barcodeReader)
-        tools.append(makeTool(BarcodeReaderTool{.imagePath = *imageURL}));
+        tools.append(makeTool(BarcodeReaderTool{.imagePath = *imageURL, .reader = images}));
     if (selection.imageTool == ToolSelection::ImageTool::textRecognition)
-        tools.append(makeTool(OCRTool{.imagePath = *imageURL}));
+        tools.append(makeTool(OCRTool{.imagePath = *imageURL, .reader = images}));
     if (selection.documentSearch)
         tools.append(makeTool(*documentSearch));
     return tools;

@@ -5,6 +5,7 @@
 
 #include "platform/model/prompt.h"
 #include "platform/model/tool.h"
+#include "platform/vision/imagereader.h"
 
 #include <QString>
 
@@ -19,7 +20,8 @@ QString sessionInstructions();
 
 /// The tools for a request, in the order in which the model gets them: date, image, documents.
 /// typedText: the trimmed draft, not what stands in for an empty one.
-ToolList selectTools(const QString &typedText, const std::optional<QString> &imageURL, const DocumentLibrary &library);
+ToolList selectTools(const QString &typedText, const std::optional<QString> &imageURL, const DocumentLibrary &library,
+                     const ImageReader &images);
 
 /// The fitted text, followed by the image where there is one.
 Prompt makePrompt(const QString &text, const std::optional<QString> &imageURL);

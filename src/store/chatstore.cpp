@@ -17,10 +17,11 @@
 namespace lumora {
 
 ChatStore::ChatStore(SystemLanguageModel model, std::optional<QString> applicationSupport, PdfTextReader pdf,
-                     QObject *parent)
+                     ImageReader images, QObject *parent)
     : QObject(parent)
     , m_model(std::move(model))
     , m_applicationSupport(std::move(applicationSupport))
+    , m_images(std::move(images))
     , m_library(new DocumentLibrary(m_applicationSupport, std::move(pdf), this))
     , m_modelAvailability(m_model.availability())
     , m_lastAvailabilityCheck(TimePoint::now())

@@ -6,6 +6,7 @@
 #include "documents/documentlibrary.h"
 #include "platform/files/filestore.h"
 #include "platform/model/languagemodelsession.h"
+#include "platform/vision/imagereader.h"
 #include "store/conversationlist.h"
 #include "store/records.h"
 
@@ -49,7 +50,7 @@ public:
     /// Reads the history and the document list from the data directory (none: the history stays in memory), reads the
     /// model's availability, and selects the newest chat, making one where there is none.
     ChatStore(SystemLanguageModel model, std::optional<QString> applicationSupport, PdfTextReader pdf = {},
-              QObject *parent = nullptr);
+              ImageReader images = {}, QObject *parent = nullptr);
     ~ChatStore() override;
     Q_DISABLE_COPY_MOVE(ChatStore)
 
@@ -174,6 +175,7 @@ private:
 
     SystemLanguageModel m_model;
     std::optional<QString> m_applicationSupport;
+    ImageReader m_images;
     DocumentLibrary *m_library; // a child
     HistoryFile m_historyFile = HistoryFile::unknown;
 

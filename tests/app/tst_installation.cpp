@@ -38,7 +38,8 @@ void InstallationTest::findsTheHelpersAndTheModels()
     const QTemporaryDir root;
     QDir().mkpath(root.filePath(QStringLiteral("bin")));
     for (const QString &executables : folders) {
-        for (const QString &name : {QStringLiteral("/lumora-model"), QStringLiteral("/lumora-pdf-text")}) {
+        for (const QString &name : {QStringLiteral("/lumora-model"), QStringLiteral("/lumora-pdf-text"),
+                                    QStringLiteral("/lumora-image-reader")}) {
             QFile file(root.filePath(executables + name));
             QVERIFY(QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly));
             QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
@@ -51,6 +52,8 @@ void InstallationTest::findsTheHelpersAndTheModels()
     QCOMPARE(settings.command.program, root.filePath(folder + QStringLiteral("/lumora-model")));
     QCOMPARE(installedPdfHelper(root.filePath(QStringLiteral("bin"))),
              root.filePath(folder + QStringLiteral("/lumora-pdf-text")));
+    QCOMPARE(installedImageReader(root.filePath(QStringLiteral("bin"))),
+             root.filePath(folder + QStringLiteral("/lumora-image-reader")));
     QCOMPARE(settings.modelFolder, QStringLiteral("/data/Lumora/Models"));
     QCOMPARE(settings.builtInModels, QStringList({root.filePath(QStringLiteral("share/lumora/builtin.gguf")),
                                                   root.filePath(QStringLiteral("share/lumora/tiny.gguf"))}));

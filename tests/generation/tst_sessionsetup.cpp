@@ -95,14 +95,14 @@ void SessionSetupTest::offersTheChosenTools()
     QTRY_COMPARE(library.documents().size(), 1);
 
     QStringList offered;
-    for (const auto &tool : selectTools(text, "/tmp/a.png", library))
+    for (const auto &tool : selectTools(text, "/tmp/a.png", library, {}))
         offered.append(tool->name());
     QCOMPARE(offered, names);
 }
 
 void SessionSetupTest::describesTheDateTool()
 {
-    const ToolList tools = selectTools("What is on today?", std::nullopt, DocumentLibrary(std::nullopt));
+    const ToolList tools = selectTools("What is on today?", std::nullopt, DocumentLibrary(std::nullopt), {});
     QCOMPARE(tools.size(), 1);
     QCOMPARE(tools.front()->name(), "currentDate");
     QCOMPARE(tools.front()->description(),

@@ -52,7 +52,8 @@ void DocumentsAndImagesTest::init()
     m_fixture->model = std::make_shared<ScriptedModelService>(
         [](const ReplyRequest &request) { return cannedReply(request, std::chrono::milliseconds(1)); });
     m_store = std::make_unique<ChatStore>(SystemLanguageModel(m_fixture->model), m_fixture->data.path(),
-                                          PdfTextReader{.helper = QStringLiteral(PDF_HELPER)});
+                                          PdfTextReader{.helper = QStringLiteral(PDF_HELPER)},
+                                          ImageReader{.helper = QStringLiteral(IMAGE_READER)});
     m_driver = std::make_unique<WindowDriver>(m_store.get());
 }
 

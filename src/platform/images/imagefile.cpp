@@ -48,20 +48,23 @@ class OpenedImage
 public:
     explicit OpenedImage(const QString &path)
         : m_file(path)
+        // Opening a pipe would wait for its other end.
+        , m_isReadable(QFileInfo(path).isFile() && m_file.open(QIODevice::ReadOnly) && hasAllowedHeader())
     {
-        // A limit of the whole process, for what a header does not say.
-        static const bool limited = (QImageReader::setAllocationLimit(imageLimits.decodedMebibytes), true);
-        const QFileInfo info(path); // opening a pipe would wait for its other end
-        m_isReadable = limited && info.isFile() && info.size() > 0 && info.size() <= imageLimits.fileBytes &&
-                       m_file.open(QIODevice::ReadOnly) && hasAllowedHeader();
     }
 
-    bool isReadable() const { return m_isReadable; }
+    explicit OpenedImage(int descriptor)
+        : m_isReadable(m_file.open(descriptor, QIODevice::ReadOnly) && m_file.seek(0) && hasAllowedHeader())
+    {
+    }
 
-    QSize uprightSize() const { return turned(m_reader.size()); }
+    /// Empty where it is no image that may be read.
+    QSize uprightSize() const { return m_isReadable ? turned(m_reader.size()) : QSize(); }
 
     std::optional<QImage> read(QSize largestSize)
     {
+        if (!m_isReadable)
+            return std::nullopt;
         const QSize size = uprightSize();
         if (!largestSize.isEmpty() && size.isValid())
             m_reader.setScaledSize(turned(fitted(size, largestSize)));
@@ -78,6 +81,11 @@ public:
 private:
     bool hasAllowedHeader()
     {
+        // A limit of the whole process, for what a header does not say.
+        [[maybe_unused]] static const bool limited =
+            (QImageReader::setAllocationLimit(imageLimits.decodedMebibytes), true);
+        if (m_file.size() <= 0 || m_file.size() > imageLimits.fileBytes)
+            return false;
         m_reader.setDecideFormatFromContent(true);
         m_reader.setDevice(&m_file);
         m_reader.setAutoTransform(true);
@@ -106,14 +114,22 @@ private:
 
 QSize imageSize(const QString &path)
 {
-    const OpenedImage image(path);
-    return image.isReadable() ? image.uprightSize() : QSize();
+    return OpenedImage(path).uprightSize();
 }
 
 std::optional<QImage> readImage(const QString &path, QSize largestSize)
 {
-    OpenedImage image(path);
-    return image.isReadable() ? image.read(largestSize) : std::nullopt;
+    return OpenedImage(path).read(largestSize);
+}
+
+QSize imageSize(int descriptor)
+{
+    return OpenedImage(descriptor).uprightSize();
+}
+
+std::optional<QImage> readImage(int descriptor, QSize largestSize)
+{
+    return OpenedImage(descriptor).read(largestSize);
 }
 
 } // namespace lumora

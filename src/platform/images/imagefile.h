@@ -37,4 +37,8 @@ QSize imageSize(const QString &path);
 /// it as it is. Blocks for at most the time limit and what the decoder takes for what it has got; any thread.
 std::optional<QImage> readImage(const QString &path, QSize largestSize = {});
 
+/// The same of a file that is open for reading, which stays open.
+QSize imageSize(int descriptor);
+std::optional<QImage> readImage(int descriptor, QSize largestSize = {});
+
 } // namespace lumora

@@ -3,24 +3,7 @@
 
 #include "platform/vision/barcodereadertool.h"
 
-#include "platform/vision/barcodereader.h"
-#include "platform/vision/graypicture.h"
-
-#include <QStringList>
-
 namespace lumora {
-
-namespace {
-
-constexpr qint64 mostPixels = 12'000'000; // a photo; codes that need more are not meant to be photographed
-
-QString lineFor(const Barcode &code)
-{
-    const bool isLong = code.content.contains(u'\n');
-    return code.type + (isLong ? QLatin1String(":\n") : QLatin1String(": ")) + code.content;
-}
-
-} // namespace
 
 QString BarcodeReaderTool::defaultName()
 {
@@ -35,15 +18,8 @@ QString BarcodeReaderTool::defaultDescription()
 
 QString BarcodeReaderTool::call(const Arguments &) const
 {
-    const std::optional<QImage> gray = readGrayPicture(imagePath, mostPixels);
-    if (!gray)
-        return unreadableImageAnswer();
-    QStringList lines;
-    for (const Barcode &code : readBarcodes(*gray))
-        lines.append(lineFor(code));
-    if (lines.isEmpty())
-        return QStringLiteral("No barcode was found in the attached image.");
-    return lines.join(u'\n');
+    return readForModel(reader, imagePath, ImageReader::Wanted::barcodes,
+                        QStringLiteral("No barcode was found in the attached image."));
 }
 
 } // namespace lumora

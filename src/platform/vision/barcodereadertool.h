@@ -21,8 +21,10 @@ struct BarcodeReaderTool
     QString name = defaultName();
     QString description = defaultDescription();
     QString imagePath; ///< absolute
+    ImageReader reader;
 
-    /// That there is no code, or no image that can be read, is an answer like any other. Blocks.
+    /// That nothing was found, or that there is no image to be read, is an answer like any other. Blocks. Throws
+    /// ModelError where the user has to do something first.
     QString call(const Arguments &arguments) const;
 };
 

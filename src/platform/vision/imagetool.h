@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/model/generable.h"
+#include "platform/vision/imagereader.h"
 
 #include <QString>
 #include <QUuid>
@@ -29,7 +30,9 @@ struct NoArguments
     bool operator==(const NoArguments &) const = default;
 };
 
-/// What a tool says of an image that cannot be read.
-QString unreadableImageAnswer();
+/// What an image tool answers. nothing: the sentence for an image in which it found nothing. That is an answer like any
+/// other, and so is that the image cannot be read. Blocks. Throws ModelError where the user has to do something first.
+QString readForModel(const ImageReader &reader, const QString &imagePath, ImageReader::Wanted wanted,
+                     const QString &nothing);
 
 } // namespace lumora

@@ -20,9 +20,10 @@ struct OCRTool
     QString name = defaultName();
     QString description = defaultDescription();
     QString imagePath; ///< absolute
+    ImageReader reader;
 
-    /// That there is no text, or no image that can be read, is an answer like any other. Blocks, for half a minute at
-    /// most; what has been read until then is the answer. Throws ModelError where no language data is installed.
+    /// That nothing was found, or that there is no image to be read, is an answer like any other. Blocks. Throws
+    /// ModelError where the user has to do something first.
     QString call(const Arguments &arguments) const;
 };
 

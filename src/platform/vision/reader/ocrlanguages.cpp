@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/vision/ocrlanguages.h"
+#include "platform/vision/reader/ocrlanguages.h"
 
 #include <QLocale>
 

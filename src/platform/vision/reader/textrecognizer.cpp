@@ -1,11 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/vision/textrecognizer.h"
+#include "platform/vision/reader/textrecognizer.h"
 
-#include "platform/model/errors.h"
-
-#include <QCoreApplication>
 #include <QDir>
 #include <QPainter>
 
@@ -16,13 +13,8 @@
 #include <tesseract/resultiterator.h>
 #include <vector>
 
-// OpenMP's, as every runtime has them; the header belongs to the compiler, and not each one that reads this has it.
-// NOLINTBEGIN(readability-identifier-naming)
-extern "C" {
-int omp_get_max_active_levels();
-void omp_set_max_active_levels(int levels);
-}
-// NOLINTEND(readability-identifier-naming)
+// OpenMP's, as every runtime has it; the header belongs to the compiler, and not each tool that reads this has one.
+extern "C" void omp_set_max_active_levels(int levels); // NOLINT(readability-identifier-naming)
 
 namespace lumora {
 
@@ -40,28 +32,6 @@ constexpr int mostSpecks = 25'000;
 constexpr float steepestSlope = 15; // degrees; of a page in somebody's hand
 constexpr float leastCertainty = 3; // how much sharper its lines are at this slope than at others
 constexpr double leastSlope = 0.7;  // the engine follows lines that slope less
-
-// What the libraries have to say would go to the standard error stream.
-void silenceLibraries()
-{
-    [[maybe_unused]] static const bool silenced = [] {
-        setMsgSeverity(L_SEVERITY_NONE);
-        return tesseract::TessBaseAPI().SetVariable("debug_file", "/dev/null"); // counts for the whole process
-    }();
-}
-
-/// Keeps the engine on the calling thread as long as it lives. It would split loops of microseconds among more threads
-/// than most machines have cores, and takes ten times as long wherever another program runs.
-class OneThread
-{
-public:
-    OneThread() { omp_set_max_active_levels(0); }
-    ~OneThread() { omp_set_max_active_levels(m_before); }
-    Q_DISABLE_COPY_MOVE(OneThread)
-
-private:
-    int m_before = omp_get_max_active_levels();
-};
 
 /// What the dark and light picture shows that the layout is found on.
 struct Impression
@@ -108,7 +78,6 @@ QImage scaled(const QImage &gray, double factor)
 
 QStringList installedRecognitionLanguages()
 {
-    silenceLibraries();
     // Only a start tells the folder; it may fail, and does so at once for a language that nobody speaks.
     tesseract::TessBaseAPI api;
     api.Init(nullptr, "none");
@@ -119,20 +88,23 @@ QStringList installedRecognitionLanguages()
     return names;
 }
 
-TextRecognizer::TextRecognizer(const QStringList &languages)
+TextRecognizer::TextRecognizer()
     : m_api(std::make_unique<tesseract::TessBaseAPI>())
 {
-    silenceLibraries();
-    if (languages.isEmpty() || m_api->Init(nullptr, languages.join(u'+').toLocal8Bit().constData()) != 0)
-        throw ModelError(QStringLiteral("Text in images cannot be read, because no language data for text recognition "
-                                        "is installed. Install a package such as tesseract-ocr-eng and ask again."));
+    // It would split loops of microseconds among more threads than most machines have cores, and take ten times as long
+    // wherever another program runs. This counts for the calling thread.
+    omp_set_max_active_levels(0);
+}
+
+bool TextRecognizer::load(const QStringList &languages)
+{
+    return !languages.isEmpty() && m_api->Init(nullptr, languages.join(u'+').toLocal8Bit().constData()) == 0;
 }
 
 TextRecognizer::~TextRecognizer() = default;
 
 TextRecognizer::Result TextRecognizer::recognize(const PagePicture &page, Layout layout, QDeadlineTimer end)
 {
-    const OneThread oneThread;
     m_api->SetPageSegMode(layout == Layout::page ? tesseract::PSM_AUTO : tesseract::PSM_SPARSE_TEXT);
     m_api->SetVariable("thresholding_method", page.isUnevenlyLit ? "2" : "0"); // Sauvola's, Otsu's
     const std::optional<double> slope = show(page.gray);
@@ -147,7 +119,6 @@ TextRecognizer::Result TextRecognizer::recognize(const PagePicture &page, Layout
     tesseract::ETEXT_DESC monitor;
     if (!end.isForever())
         monitor.set_deadline_msecs(int(std::max<qint64>(end.remainingTime(), 1)));
-    monitor.cancel = [](void *, int) { return QCoreApplication::closingDown(); };
     const bool isComplete = m_api->Recognize(&monitor) == 0;
     return {lines(), isComplete};
 }

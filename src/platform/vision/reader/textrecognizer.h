@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "platform/vision/graypicture.h"
-#include "platform/vision/recognizedtext.h"
+#include "platform/vision/reader/graypicture.h"
+#include "platform/vision/reader/recognizedtext.h"
 
 #include <QDeadlineTimer>
 #include <QStringList>
@@ -21,14 +21,18 @@ namespace lumora {
 /// The languages that there is recognition data for, sorted. Any thread.
 QStringList installedRecognitionLanguages();
 
-/// Tesseract, loaded with some languages. An object is for one thread; any number of them work side by side.
+/// Tesseract, loaded with some languages. An object is for the thread that makes it; any number of them work side by
+/// side. Says on standard error what it thinks of a picture.
 class TextRecognizer
 {
 public:
-    /// languages: the first one is tried first on every word. Throws ModelError where they cannot be loaded.
-    explicit TextRecognizer(const QStringList &languages);
+    TextRecognizer();
     ~TextRecognizer();
     Q_DISABLE_COPY_MOVE(TextRecognizer)
+
+    /// languages: the first one is tried first on every word. False where they cannot be loaded; then nothing else may
+    /// be asked for.
+    bool load(const QStringList &languages);
 
     enum class Layout {
         page,      ///< columns, paragraphs and lines
@@ -38,7 +42,7 @@ public:
     struct Result
     {
         QList<RecognizedLine> lines; ///< in reading order
-        bool isComplete = true;      ///< not where the time was up, or the program ends
+        bool isComplete = true;      ///< not where the time was up
     };
 
     /// Small text is enlarged before. What has been recognised when the time is up counts.

@@ -1,11 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/model/errors.h"
-#include "platform/model/tool.h"
-#include "platform/vision/ocrtool.h"
 #include "platform/vision/pictures.h"
-#include "platform/vision/textrecognizer.h"
+#include "platform/vision/reader/contents.h"
+#include "platform/vision/reader/textrecognizer.h"
 
 #include <QFile>
 #include <QLinearGradient>
@@ -14,14 +12,10 @@
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QtConcurrentRun>
-
-#include <cstdio>
-#include <unistd.h>
 
 using namespace lumora;
 
-class OCRToolTest : public QObject
+class WritingTest : public QObject
 {
     Q_OBJECT
 
@@ -31,13 +25,10 @@ private Q_SLOTS:
     void reads();
     void saysThatThereIsNothing_data();
     void saysThatThereIsNothing();
-    void readsSeveralAtOnce();
     void endsInTime();
-    void keepsTheErrorStreamClean();
-    void failsWithoutLanguageData();
 
 private:
-    QString answer(const QImage &image) const;
+    Reading read(const QImage &image) const;
 
     static QStringList sampleLines();
     const QTemporaryDir m_folder;
@@ -76,24 +67,26 @@ static QImage specks()
     return image;
 }
 
-QStringList OCRToolTest::sampleLines()
+QStringList WritingTest::sampleLines()
 {
     return {"The lease begins on the first of March and", "ends after twelve months. The rent is 850 euros.", "",
             "Two cats may live in the flat, but no dogs.", "Bicycles are kept in the cellar, room 14."};
 }
 
-QString OCRToolTest::answer(const QImage &image) const
+Reading WritingTest::read(const QImage &image) const
 {
-    const QString path = m_folder.filePath(QStringLiteral("picture.png"));
-    return image.save(path) ? OCRTool{.imagePath = path}.call({}) : QStringLiteral("(not saved)");
+    QFile file(m_folder.filePath(QStringLiteral("picture.png")));
+    if (!image.save(file.fileName()) || !file.open(QIODevice::ReadOnly))
+        return {.content = QStringLiteral("(not saved)")};
+    return readWriting(file.handle(), {QStringLiteral("en-GB")});
 }
 
-void OCRToolTest::initTestCase()
+void WritingTest::initTestCase()
 {
     QVERIFY2(installedRecognitionLanguages().contains(QStringLiteral("eng")), "needs the package tesseract-ocr-eng");
 }
 
-void OCRToolTest::reads_data()
+void WritingTest::reads_data()
 {
     QTest::addColumn<QImage>("picture");
     const QStringList lines = sampleLines();
@@ -116,16 +109,16 @@ static QSet<QString> wordsOf(const QString &text)
     return {words.begin(), words.end()};
 }
 
-void OCRToolTest::reads()
+void WritingTest::reads()
 {
     QFETCH(QImage, picture);
-    const QString text = answer(picture);
+    const QString text = read(picture).content;
     const QSet<QString> missing = wordsOf(sampleLines().join(u' ')) - wordsOf(text);
     QVERIFY2(missing.size() <= 1, qPrintable(text));
     QVERIFY2(text.contains(u'\n'), "lines are kept apart");
 }
 
-void OCRToolTest::saysThatThereIsNothing_data()
+void WritingTest::saysThatThereIsNothing_data()
 {
     QTest::addColumn<QImage>("picture");
     QImage blank(800, 600, QImage::Format_RGB32);
@@ -138,30 +131,17 @@ void OCRToolTest::saysThatThereIsNothing_data()
     QTest::newRow("specks") << specks();
 }
 
-void OCRToolTest::saysThatThereIsNothing()
+void WritingTest::saysThatThereIsNothing()
 {
     QFETCH(QImage, picture);
-    QCOMPARE(answer(picture), QStringLiteral("No text was found in the attached image."));
+    QCOMPARE(read(picture), Reading());
 }
 
-void OCRToolTest::readsSeveralAtOnce()
+void WritingTest::endsInTime()
 {
-    const QString path = m_folder.filePath(QStringLiteral("turned.jpg"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(test::jpegOfCamera(test::written({.lines = sampleLines()}), 6));
-    file.close();
-    const auto tool = makeTool(OCRTool{.imagePath = path});
-    const auto call = [&tool] { return tool->call(GeneratedContent::fromJson("{}")); };
-    QFuture<QString> first = QtConcurrent::run(call);
-    QFuture<QString> second = QtConcurrent::run(call);
-    QVERIFY2(wordsOf(first.result()).contains(wordsOf(sampleLines().join(u' '))), qPrintable(first.result()));
-    QCOMPARE(second.result(), first.result());
-}
-
-void OCRToolTest::endsInTime()
-{
-    TextRecognizer recognizer({QStringLiteral("eng")});
+    TextRecognizer recognizer;
+    QVERIFY(!recognizer.load({}));
+    QVERIFY(recognizer.load({QStringLiteral("eng")}));
     const PagePicture page =
         pagePicture(test::written({.lines = sampleLines()}).convertToFormat(QImage::Format_Grayscale8));
     const auto cutShort = recognizer.recognize(page, TextRecognizer::Layout::page, QDeadlineTimer(0));
@@ -170,34 +150,5 @@ void OCRToolTest::endsInTime()
     QVERIFY(recognizer.recognize(page, TextRecognizer::Layout::page, QDeadlineTimer::Forever).isComplete);
 }
 
-void OCRToolTest::keepsTheErrorStreamClean()
-{
-    QFile captured(m_folder.filePath(QStringLiteral("stderr")));
-    QVERIFY(captured.open(QIODevice::ReadWrite));
-    std::fflush(stderr);
-    const int kept = dup(STDERR_FILENO);
-    dup2(captured.handle(), STDERR_FILENO);
-    for (const QImage &picture :
-         {test::noise({300, 200}), test::written({.lines = sampleLines()}), QImage(3, 3, QImage::Format_RGB32)})
-        answer(picture);
-    std::fflush(stderr);
-    dup2(kept, STDERR_FILENO);
-    close(kept);
-    captured.seek(0);
-    QCOMPARE(captured.readAll(), QByteArray());
-}
-
-void OCRToolTest::failsWithoutLanguageData()
-{
-    const QByteArray before = qgetenv("TESSDATA_PREFIX");
-    qputenv("TESSDATA_PREFIX", QFile::encodeName(m_folder.path()));
-    const QString path = m_folder.filePath(QStringLiteral("picture.png"));
-    QVERIFY(test::written({.lines = sampleLines()}).save(path));
-    QVERIFY_THROWS_EXCEPTION(ModelError, OCRTool{.imagePath = path}.call({}));
-    before.isNull() ? qunsetenv("TESSDATA_PREFIX") : qputenv("TESSDATA_PREFIX", before);
-    QVERIFY(OCRTool{.imagePath = m_folder.path()}.call({}).startsWith(
-        QLatin1String("The attached image could not be read")));
-}
-
-QTEST_MAIN(OCRToolTest)
-#include "tst_ocrtool.moc"
+QTEST_MAIN(WritingTest)
+#include "tst_writing.moc"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/vision/graypicture.h"
+#include "platform/vision/reader/graypicture.h"
 
 #include "platform/images/imagefile.h"
 
@@ -88,9 +88,9 @@ Tile tileAt(const QImage &gray, int left, int top)
 
 } // namespace
 
-std::optional<QImage> readGrayPicture(const QString &path, qint64 mostPixels)
+std::optional<QImage> readGrayPicture(int descriptor, qint64 mostPixels)
 {
-    std::optional<QImage> image = readImage(path, sizeWithin(imageSize(path), mostPixels));
+    std::optional<QImage> image = readImage(descriptor, sizeWithin(imageSize(descriptor), mostPixels));
     if (!image)
         return std::nullopt;
     if (image->hasAlphaChannel())

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/vision/ocrlanguages.h"
-#include "platform/vision/recognizedtext.h"
+#include "platform/vision/reader/ocrlanguages.h"
+#include "platform/vision/reader/recognizedtext.h"
 
 #include <QTest>
 

@@ -4,16 +4,15 @@
 #pragma once
 
 #include <QImage>
-#include <QString>
 
 #include <optional>
 
 namespace lumora {
 
-/// How light each pixel of an image file is (Grayscale8, 255 for white), as readImage reads it. What is transparent
-/// shows a ground from which the rest stands out. Larger images are scaled down to mostPixels, and to sides that every
-/// library can count. Nothing where readImage gives nothing.
-std::optional<QImage> readGrayPicture(const QString &path, qint64 mostPixels);
+/// How light each pixel of an open image file is (Grayscale8, 255 for white), as readImage reads it. What is
+/// transparent shows a ground from which the rest stands out. Larger images are scaled down to mostPixels, and to sides
+/// that every library can count. Nothing where readImage gives nothing.
+std::optional<QImage> readGrayPicture(int descriptor, qint64 mostPixels);
 
 /// A page as a recogniser likes it.
 struct PagePicture
