@@ -22,6 +22,21 @@ check_scripts() {
         fail "shellcheck objects to the lines above."
 }
 
+# check_test_functions PRESET: whether moc has seen every test. Some literals in the bodies before it, raw texts with an
+# odd number of quotes or 100'000, make this moc pass over a test without a word.
+check_test_functions() {
+    local source moc written seen
+    say "Counting the tests"
+    while read -r source; do
+        moc="build/$1/${source%.cpp}_autogen/include/$(basename "$source" .cpp).moc"
+        [ -e "$moc" ] || continue
+        written=$(awk '/Q_SLOTS:/ {slots = 1} /^(private|protected|public):/ {slots = 0} slots' "$source" |
+            grep -cE '^    void \w+\(\)' || true)
+        seen=$(grep -cE '^ +[0-9]+, +0, +[0-9]+, +2, 0x08' "$moc" || true)
+        [ "$written" = "$seen" ] || fail "$source has $written test functions, and moc sees $seen."
+    done < <(grep -rl --include='*.cpp' Q_OBJECT tests)
+}
+
 # check_qml PRESET: every QML module, in its build folder.
 check_qml() {
     grep -q '^build all_qmllint:' "build/$1/build.ninja" || return 0

@@ -85,16 +85,100 @@ class GgufHeaderTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsWhatItNeeds();
-    void everyCutIsNoticed();
-    void everyChangedByteIsSurvived();
-    void refuses_data();
-    void refuses();
-    void readsAllPartsOfASplitModel();
-    void doesNotWaitOnAPipe();
+    void readsWhatItNeeds()
+    {
+        const std::string path = write(modelBytes());
+        const GgufHeader header = readModelHeader(path);
+        QCOMPARE(header.architecture, std::string("llama"));
+        QCOMPARE(header.splitCount, 1U);
+        QCOMPARE(header.tensorCount, 2U);
+        QCOMPARE(header.fileSize, modelBytes().size());
+    }
+
+    void everyCutIsNoticed()
+    {
+        const QByteArray whole = modelBytes();
+        for (qsizetype size = 0; size < whole.size() - 64; ++size)
+            QVERIFY2(isRefused(write(whole.left(size))), qPrintable(QString::number(size)));
+        QVERIFY(isRefused(write(whole.left(whole.size() - 40)))); // before the second tensor
+    }
+
+    void everyChangedByteIsSurvived()
+    {
+        const QByteArray whole = modelBytes();
+        for (qsizetype at = 0; at < whole.size() - 64; ++at) {
+            for (const char value : {'\x09', '\xFF'}) {
+                QByteArray changed = whole;
+                changed[at] = value;
+                const std::string path = write(changed);
+                // Either verdict is right; a crash, a wait or a gigabyte of memory is not.
+                try {
+                    readGgufHeader(path);
+                } catch (const Failure &failure) {
+                    QCOMPARE(int(failure.code()), int(wire::ErrorCode::badFile));
+                }
+            }
+        }
+    }
+
+    void refuses_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        const auto row = [](const char *name, const Writer &writer) { QTest::newRow(name) << writer.bytes(); };
+        constexpr std::uint64_t huge = 1ULL << 62U;
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("text") << QByteArray("This is not a model.\n").repeated(10);
+        row("version 1", Writer().head(0, 0, 1));
+        row("other byte order", Writer().head(0, 0, 0x03000000));
+        row("countless entries", Writer().head(1, huge));
+        row("countless tensors", Writer().head(huge, 0));
+        row("endless key", Writer().head(1, 1).number(huge));
+        row("endless value", Writer().head(1, 1).text("k").number(std::uint32_t(8)).number(huge));
+        row("unknown type", Writer().head(1, 1).text("k").number(std::uint32_t(13)).number(huge));
+        row("endless array",
+            Writer().head(1, 1).text("k").number(std::uint32_t(9)).number(std::uint32_t(10)).number(huge));
+        row("array of arrays",
+            Writer().head(1, 1).text("k").number(std::uint32_t(9)).number(std::uint32_t(9)).number(std::uint64_t(1)));
+        row("tensor of many dimensions", Writer().head(1, 1).entry("general.architecture", "llama").tensor("a", 0, 5));
+        row("tensor behind the end", Writer().head(1, 1).entry("general.architecture", "llama").tensor("a", 4096));
+        row("no architecture", Writer().head(1, 0).tensor("a", 0));
+        row("no tensors", Writer().head(0, 1).entry("general.architecture", "llama"));
+        row("image part", Writer().head(1, 1).entry("general.architecture", "clip").tensor("a", 0));
+        QTest::newRow("split, but not named so") << partBytes(0, 3);
+        QTest::newRow("second part") << partBytes(1, 3);
+    }
+
+    void refuses()
+    {
+        QFETCH(QByteArray, bytes);
+        QVERIFY(isRefused(write(bytes)));
+    }
+
+    void readsAllPartsOfASplitModel()
+    {
+        const QString pattern = "model-0000%1-of-00003.gguf";
+        const std::string first = write(partBytes(0, 3), pattern.arg(1));
+        write(partBytes(1, 3) + QByteArray(1000, 'x'), pattern.arg(2));
+        QVERIFY(isRefused(first)); // the third is missing
+        const std::string third = write(partBytes(2, 3).chopped(1), pattern.arg(3));
+        QVERIFY(isRefused(first)); // the third is cut off
+        write(partBytes(2, 3), pattern.arg(3));
+        QCOMPARE(readModelHeader(first).fileSize, 3 * partBytes(0, 3).size() + 1000);
+        QVERIFY(isRefused(third));
+    }
+
+    void doesNotWaitOnAPipe()
+    {
+        const std::string path = m_folder.filePath("pipe-model.gguf").toStdString();
+        QCOMPARE(mkfifo(path.c_str(), 0600), 0);
+        QVERIFY(isRefused(path));
+        QVERIFY(isRefused(m_folder.filePath("missing-model.gguf").toStdString()));
+        QVERIFY(QDir(m_folder.path()).mkdir("folder-model.gguf"));
+        QVERIFY(isRefused(m_folder.filePath("folder-model.gguf").toStdString()));
+    }
 
 private:
-    std::string write(const QByteArray &bytes, const QString &name = QStringLiteral("model.gguf"))
+    std::string write(const QByteArray &bytes, const QString &name = "model.gguf")
     {
         QFile file(m_folder.filePath(name));
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
@@ -113,97 +197,6 @@ private:
 
     QTemporaryDir m_folder;
 };
-
-void GgufHeaderTest::readsWhatItNeeds()
-{
-    const std::string path = write(modelBytes());
-    const GgufHeader header = readModelHeader(path);
-    QCOMPARE(header.architecture, std::string("llama"));
-    QCOMPARE(header.splitCount, 1U);
-    QCOMPARE(header.tensorCount, 2U);
-    QCOMPARE(header.fileSize, modelBytes().size());
-}
-
-void GgufHeaderTest::everyCutIsNoticed()
-{
-    const QByteArray whole = modelBytes();
-    for (qsizetype size = 0; size < whole.size() - 64; ++size)
-        QVERIFY2(isRefused(write(whole.left(size))), qPrintable(QString::number(size)));
-    QVERIFY(isRefused(write(whole.left(whole.size() - 40)))); // before the second tensor
-}
-
-void GgufHeaderTest::everyChangedByteIsSurvived()
-{
-    const QByteArray whole = modelBytes();
-    for (qsizetype at = 0; at < whole.size() - 64; ++at) {
-        for (const char value : {'\x09', '\xFF'}) {
-            QByteArray changed = whole;
-            changed[at] = value;
-            const std::string path = write(changed);
-            // Either verdict is right; a crash, a wait or a gigabyte of memory is not.
-            try {
-                readGgufHeader(path);
-            } catch (const Failure &failure) {
-                QCOMPARE(int(failure.code()), int(wire::ErrorCode::badFile));
-            }
-        }
-    }
-}
-
-void GgufHeaderTest::refuses_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    const auto row = [](const char *name, const Writer &writer) { QTest::newRow(name) << writer.bytes(); };
-    constexpr std::uint64_t huge = 1ULL << 62U;
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("text") << QByteArray("This is not a model.\n").repeated(10);
-    row("version 1", Writer().head(0, 0, 1));
-    row("other byte order", Writer().head(0, 0, 0x03000000));
-    row("countless entries", Writer().head(1, huge));
-    row("countless tensors", Writer().head(huge, 0));
-    row("endless key", Writer().head(1, 1).number(huge));
-    row("endless value", Writer().head(1, 1).text("k").number(std::uint32_t(8)).number(huge));
-    row("unknown type", Writer().head(1, 1).text("k").number(std::uint32_t(13)).number(huge));
-    row("endless array", Writer().head(1, 1).text("k").number(std::uint32_t(9)).number(std::uint32_t(10)).number(huge));
-    row("array of arrays",
-        Writer().head(1, 1).text("k").number(std::uint32_t(9)).number(std::uint32_t(9)).number(std::uint64_t(1)));
-    row("tensor of many dimensions", Writer().head(1, 1).entry("general.architecture", "llama").tensor("a", 0, 5));
-    row("tensor behind the end", Writer().head(1, 1).entry("general.architecture", "llama").tensor("a", 4096));
-    row("no architecture", Writer().head(1, 0).tensor("a", 0));
-    row("no tensors", Writer().head(0, 1).entry("general.architecture", "llama"));
-    row("image part", Writer().head(1, 1).entry("general.architecture", "clip").tensor("a", 0));
-    QTest::newRow("split, but not named so") << partBytes(0, 3);
-    QTest::newRow("second part") << partBytes(1, 3);
-}
-
-void GgufHeaderTest::refuses()
-{
-    QFETCH(QByteArray, bytes);
-    QVERIFY(isRefused(write(bytes)));
-}
-
-void GgufHeaderTest::readsAllPartsOfASplitModel()
-{
-    const QString pattern = QStringLiteral("model-0000%1-of-00003.gguf");
-    const std::string first = write(partBytes(0, 3), pattern.arg(1));
-    write(partBytes(1, 3) + QByteArray(1000, 'x'), pattern.arg(2));
-    QVERIFY(isRefused(first)); // the third is missing
-    const std::string third = write(partBytes(2, 3).chopped(1), pattern.arg(3));
-    QVERIFY(isRefused(first)); // the third is cut off
-    write(partBytes(2, 3), pattern.arg(3));
-    QCOMPARE(readModelHeader(first).fileSize, 3 * partBytes(0, 3).size() + 1000);
-    QVERIFY(isRefused(third));
-}
-
-void GgufHeaderTest::doesNotWaitOnAPipe()
-{
-    const std::string path = m_folder.filePath(QStringLiteral("pipe-model.gguf")).toStdString();
-    QCOMPARE(mkfifo(path.c_str(), 0600), 0);
-    QVERIFY(isRefused(path));
-    QVERIFY(isRefused(m_folder.filePath(QStringLiteral("missing-model.gguf")).toStdString()));
-    QVERIFY(QDir(m_folder.path()).mkdir(QStringLiteral("folder-model.gguf")));
-    QVERIFY(isRefused(m_folder.filePath(QStringLiteral("folder-model.gguf")).toStdString()));
-}
 
 QTEST_GUILESS_MAIN(GgufHeaderTest)
 #include "ggufheadertest.moc"

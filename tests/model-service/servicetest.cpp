@@ -119,207 +119,195 @@ class ServiceTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void answersInOrder();
-    void needsAModel();
-    void readsImagesWhereItCan();
-    void goesOnAfterFailures();
-    void tellsWhatCannotBeSent();
-    void tellsWhatACrashOfALoadMeans();
-    void cancelsAQueuedRequest();
-    void cancelsWhileEvaluating();
-    void cancelsWhileAToolRuns();
-    void givesOutputsToTheCallThatAsked();
-    void readsFramesUntilTheyEnd_data();
-    void readsFramesUntilTheyEnd();
-    void aCrashIsAnswered_data();
-    void aCrashIsAnswered();
-};
-
-void ServiceTest::answersInOrder()
-{
-    RunningService service;
-    service.engine.say({"Hello."});
-    QCOMPARE(answersTo(service, {wire::Count{1, "abc"}, question(2), wire::Load{3, "other", 700}, wire::Count{4, ""}}),
-             (std::vector<std::string>{"1 counted 3", "2 text Hello.", "2 finished", "3 loaded 700", "4 counted 0"}));
-}
-
-void ServiceTest::needsAModel()
-{
-    RunningService service;
-    service.engine.size = 0;
-    QCOMPARE(answersTo(service, {wire::Count{1, "a"}, question(2), wire::Load{3, "m", std::nullopt}, question(4),
-                                 wire::Load{5, "m.bad", std::nullopt}, question(6), wire::Load{7, "m", std::nullopt}}),
-             (std::vector<std::string>{"1 notLoaded", "2 notLoaded", "3 loaded 4096", "4 finished", "5 badFile",
-                                       "6 notLoaded", "7 loaded 4096"}));
-}
-
-void ServiceTest::readsImagesWhereItCan()
-{
-    RunningService service;
-    wire::Respond withImage = question(2);
-    withImage.images = {{1, 1, "abc"}};
-    QCOMPARE(answersTo(service, {wire::Load{1, "m", 700, "p"}, withImage, wire::Load{3, "m", 700, "p.bad"}, question(4),
-                                 wire::Load{5, "m.bad", 700, "p"}}),
-             (std::vector<std::string>{"1 loaded 700 sees", "2 finished", "3 loaded 700", "4 finished", "5 badFile"}));
-}
-
-void ServiceTest::goesOnAfterFailures()
-{
-    RunningService service;
-    wire::Respond broken = question(2);
-    broken.schema = "{\"properties\":{\"a\":{}}}";
-    service.engine.say({"Hello."});
-    QCOMPARE(answersTo(service, {wire::Load{1, "m.throws", std::nullopt}, broken, question(3)}),
-             (std::vector<std::string>{"1 internal", "2 internal", "3 text Hello.", "3 finished"}));
-}
-
-void ServiceTest::tellsWhatCannotBeSent()
-{
-    RunningService service;
-    service.onAnswer = [](const wire::Answer &answer) {
-        if (std::holds_alternative<wire::Counted>(answer) && nameOf(answer).starts_with("1 "))
-            throw std::runtime_error("it cannot be encoded");
-    };
-    QCOMPARE(answersTo(service, {wire::Count{1, "a"}, wire::Count{2, "a"}}),
-             (std::vector<std::string>{"1 counted 1", "1 internal", "2 counted 1"})); // the first was only tried
-}
-
-void ServiceTest::tellsWhatACrashOfALoadMeans()
-{
-    RunningService service;
-    answersTo(service, {wire::Load{1, "m", std::nullopt}, wire::Load{2, "m.bad", std::nullopt}, question(3),
-                        wire::Load{4, "m", std::nullopt, "p"}});
-    QCOMPARE(service.guarded, (std::vector<std::string>{"1 badFile", "over", "2 badFile", "over", "4 badFile", "over",
-                                                        "4 badProjector", "over"}));
-}
-
-void ServiceTest::cancelsAQueuedRequest()
-{
-    RunningService service;
-    service.engine.say({"Hello."});
-    QCOMPARE(answersTo(service, {question(1), question(2), wire::Cancel{1}, wire::Cancel{77}}),
-             (std::vector<std::string>{"1 cancelled", "2 text Hello.", "2 finished"}));
-}
-
-void ServiceTest::cancelsWhileEvaluating()
-{
-    RunningService service;
-    service.engine.endless = {"on and "};
-    int evaluations = 0;
-    service.engine.beforeEvaluation = [&] {
-        if (++evaluations == 5)
-            service.inbox.post(wire::Cancel{1});
-    };
-    const auto answers = answersTo(service, {question(1)});
-    QCOMPARE(answers.back(), std::string("1 cancelled"));
-    QCOMPARE(evaluations, 5);
-}
-
-void ServiceTest::cancelsWhileAToolRuns()
-{
-    RunningService service;
-    service.engine.write({"{\"tool\":", "\"clock\",\"arguments\":{}}"});
-    std::binary_semaphore called(0);
-    service.onAnswer = [&](const wire::Answer &answer) {
-        if (std::holds_alternative<wire::ToolCall>(answer))
-            called.release();
-    };
-    std::thread program([&] {
-        called.acquire();
-        service.inbox.post(wire::Cancel{1});
-    });
-    QCOMPARE(answersTo(service, {question(1, true)}), (std::vector<std::string>{"1 call 1-1", "1 cancelled"}));
-    program.join();
-}
-
-void ServiceTest::givesOutputsToTheCallThatAsked()
-{
-    RunningService service;
-    service.engine.write({"{\"tool\":", "\"clock\",\"arguments\":{}}"});
-    service.engine.write({"{\"tool\":", "\"clock\",\"arguments\":{}}"});
-    service.engine.say({"Done."});
-    service.onAnswer = [&](const wire::Answer &answer) {
-        if (const auto *const call = std::get_if<wire::ToolCall>(&answer)) {
-            service.inbox.post(wire::ToolOutput{8, call->call, "of another reply"});
-            service.inbox.post(wire::ToolOutput{1, "1-9", "of another call"});
-            service.inbox.post(wire::ToolOutput{1, call->call, "output " + call->call});
-        }
-    };
-    QCOMPARE(answersTo(service, {question(1, true)}),
-             (std::vector<std::string>{"1 call 1-1", "1 call 1-2", "1 text Done.", "1 finished"}));
-    const std::string text = service.engine.heldText();
-    QVERIFY(text.find("output 1-1") < text.find("output 1-2"));
-    QVERIFY(text.find("of another") == std::string::npos);
-}
-
-void ServiceTest::readsFramesUntilTheyEnd_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("malformed");
-    const std::string good = wire::frame(wire::encode(wire::Request(wire::Count{1, "a"})));
-    const auto row = [](const char *name, const std::string &bytes, bool malformed) {
-        QTest::newRow(name) << QByteArray::fromStdString(bytes) << malformed;
-    };
-    row("end", good, false);
-    row("end inside a frame", good + good.substr(0, 9), true);
-    row("not a message", good + wire::frame("{}"), true);
-    row("an answer", good + wire::frame(wire::encode(wire::Answer(wire::Counted{1, 1}))), true);
-    row("not a frame", good + std::string(8, '\xFF'), true);
-}
-
-void ServiceTest::readsFramesUntilTheyEnd()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, malformed);
-    std::array<int, 2> ends{};
-    QCOMPARE(pipe(ends.data()), 0);
-    QVERIFY(writeAll(ends[1], bytes.toStdString()));
-    close(ends[1]);
-    Inbox inbox;
-    const ChannelEnd end = readRequests(ends[0], inbox);
-    close(ends[0]);
-    QCOMPARE(end == ChannelEnd::malformed, malformed);
-    const auto job = inbox.next();
-    QVERIFY(job && job->request == wire::Request(wire::Count{1, "a"}));
-}
-
-void ServiceTest::aCrashIsAnswered_data()
-{
-    QTest::addColumn<int>("signal");
-    QTest::addColumn<bool>("answered");
-    QTest::newRow("bad address") << SIGSEGV << true;
-    QTest::newRow("the engine gives up") << SIGABRT << true;
-    QTest::newRow("unknown instruction") << SIGILL << false;
-}
-
-void ServiceTest::aCrashIsAnswered()
-{
-    QFETCH(int, signal);
-    QFETCH(bool, answered);
-    std::array<int, 2> ends{};
-    QCOMPARE(pipe(ends.data()), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-        std::signal(signal, SIG_DFL); // instead of the handler that tests have
-        armCrashGuard(ends[1], "too early");
-        armCrashGuard(ends[1], {});
-        armCrashGuard(ends[1], "answer");
-        std::raise(signal);
-        _exit(0);
+    void answersInOrder()
+    {
+        RunningService service;
+        service.engine.say({"Hello."});
+        QCOMPARE(
+            answersTo(service, {wire::Count{1, "abc"}, question(2), wire::Load{3, "other", 700}, wire::Count{4, ""}}),
+            (std::vector<std::string>{"1 counted 3", "2 text Hello.", "2 finished", "3 loaded 700", "4 counted 0"}));
     }
-    close(ends[1]);
-    std::array<char, 64> buffer{};
-    const ssize_t count = read(ends[0], buffer.data(), buffer.size());
-    close(ends[0]);
-    int status = 0;
-    QCOMPARE(waitpid(child, &status, 0), child);
-    QCOMPARE(std::string(buffer.data(), std::size_t(std::max<ssize_t>(count, 0))),
-             std::string(answered ? "answer" : ""));
-    if (answered)
-        QVERIFY(WIFEXITED(status) && WEXITSTATUS(status) == 3);
-    else
-        QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == signal);
-}
+
+    void needsAModel()
+    {
+        RunningService service;
+        service.engine.size = 0;
+        QCOMPARE(
+            answersTo(service, {wire::Count{1, "a"}, question(2), wire::Load{3, "m", std::nullopt}, question(4),
+                                wire::Load{5, "m.bad", std::nullopt}, question(6), wire::Load{7, "m", std::nullopt}}),
+            (std::vector<std::string>{"1 notLoaded", "2 notLoaded", "3 loaded 4096", "4 finished", "5 badFile",
+                                      "6 notLoaded", "7 loaded 4096"}));
+    }
+
+    void readsImagesWhereItCan()
+    {
+        RunningService service;
+        wire::Respond withImage = question(2);
+        withImage.images = {{1, 1, "abc"}};
+        QCOMPARE(
+            answersTo(service, {wire::Load{1, "m", 700, "p"}, withImage, wire::Load{3, "m", 700, "p.bad"}, question(4),
+                                wire::Load{5, "m.bad", 700, "p"}}),
+            (std::vector<std::string>{"1 loaded 700 sees", "2 finished", "3 loaded 700", "4 finished", "5 badFile"}));
+    }
+
+    void goesOnAfterFailures()
+    {
+        RunningService service;
+        wire::Respond broken = question(2);
+        broken.schema = "{\"properties\":{\"a\":{}}}";
+        service.engine.say({"Hello."});
+        QCOMPARE(answersTo(service, {wire::Load{1, "m.throws", std::nullopt}, broken, question(3)}),
+                 (std::vector<std::string>{"1 internal", "2 internal", "3 text Hello.", "3 finished"}));
+    }
+
+    void tellsWhatCannotBeSent()
+    {
+        RunningService service;
+        service.onAnswer = [](const wire::Answer &answer) {
+            if (std::holds_alternative<wire::Counted>(answer) && nameOf(answer).starts_with("1 "))
+                throw std::runtime_error("it cannot be encoded");
+        };
+        QCOMPARE(answersTo(service, {wire::Count{1, "a"}, wire::Count{2, "a"}}),
+                 (std::vector<std::string>{"1 counted 1", "1 internal", "2 counted 1"})); // the first was only tried
+    }
+
+    void tellsWhatACrashOfALoadMeans()
+    {
+        RunningService service;
+        answersTo(service, {wire::Load{1, "m", std::nullopt}, wire::Load{2, "m.bad", std::nullopt}, question(3),
+                            wire::Load{4, "m", std::nullopt, "p"}});
+        QCOMPARE(service.guarded, (std::vector<std::string>{"1 badFile", "over", "2 badFile", "over", "4 badFile",
+                                                            "over", "4 badProjector", "over"}));
+    }
+
+    void cancelsAQueuedRequest()
+    {
+        RunningService service;
+        service.engine.say({"Hello."});
+        QCOMPARE(answersTo(service, {question(1), question(2), wire::Cancel{1}, wire::Cancel{77}}),
+                 (std::vector<std::string>{"1 cancelled", "2 text Hello.", "2 finished"}));
+    }
+
+    void cancelsWhileEvaluating()
+    {
+        RunningService service;
+        service.engine.endless = {"on and "};
+        int evaluations = 0;
+        service.engine.beforeEvaluation = [&] {
+            if (++evaluations == 5)
+                service.inbox.post(wire::Cancel{1});
+        };
+        const auto answers = answersTo(service, {question(1)});
+        QCOMPARE(answers.back(), std::string("1 cancelled"));
+        QCOMPARE(evaluations, 5);
+    }
+
+    void cancelsWhileAToolRuns()
+    {
+        RunningService service;
+        service.engine.write({"{\"tool\":", "\"clock\",\"arguments\":{}}"});
+        std::binary_semaphore called(0);
+        service.onAnswer = [&](const wire::Answer &answer) {
+            if (std::holds_alternative<wire::ToolCall>(answer))
+                called.release();
+        };
+        std::thread program([&] {
+            called.acquire();
+            service.inbox.post(wire::Cancel{1});
+        });
+        QCOMPARE(answersTo(service, {question(1, true)}), (std::vector<std::string>{"1 call 1-1", "1 cancelled"}));
+        program.join();
+    }
+
+    void givesOutputsToTheCallThatAsked()
+    {
+        RunningService service;
+        service.engine.write({"{\"tool\":", "\"clock\",\"arguments\":{}}"});
+        service.engine.write({"{\"tool\":", "\"clock\",\"arguments\":{}}"});
+        service.engine.say({"Done."});
+        service.onAnswer = [&](const wire::Answer &answer) {
+            if (const auto *const call = std::get_if<wire::ToolCall>(&answer)) {
+                service.inbox.post(wire::ToolOutput{8, call->call, "of another reply"});
+                service.inbox.post(wire::ToolOutput{1, "1-9", "of another call"});
+                service.inbox.post(wire::ToolOutput{1, call->call, "output " + call->call});
+            }
+        };
+        QCOMPARE(answersTo(service, {question(1, true)}),
+                 (std::vector<std::string>{"1 call 1-1", "1 call 1-2", "1 text Done.", "1 finished"}));
+        const std::string text = service.engine.heldText();
+        QVERIFY(text.find("output 1-1") < text.find("output 1-2"));
+        QVERIFY(text.find("of another") == std::string::npos);
+    }
+
+    void readsFramesUntilTheyEnd_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("malformed");
+        const std::string good = wire::frame(wire::encode(wire::Request(wire::Count{1, "a"})));
+        const auto row = [](const char *name, const std::string &bytes, bool malformed) {
+            QTest::newRow(name) << QByteArray::fromStdString(bytes) << malformed;
+        };
+        row("end", good, false);
+        row("end inside a frame", good + good.substr(0, 9), true);
+        row("not a message", good + wire::frame("{}"), true);
+        row("an answer", good + wire::frame(wire::encode(wire::Answer(wire::Counted{1, 1}))), true);
+        row("not a frame", good + std::string(8, '\xFF'), true);
+    }
+
+    void readsFramesUntilTheyEnd()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, malformed);
+        std::array<int, 2> ends{};
+        QCOMPARE(pipe(ends.data()), 0);
+        QVERIFY(writeAll(ends[1], bytes.toStdString()));
+        close(ends[1]);
+        Inbox inbox;
+        const ChannelEnd end = readRequests(ends[0], inbox);
+        close(ends[0]);
+        QCOMPARE(end == ChannelEnd::malformed, malformed);
+        const auto job = inbox.next();
+        QVERIFY(job && job->request == wire::Request(wire::Count{1, "a"}));
+    }
+
+    void aCrashIsAnswered_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::addColumn<bool>("answered");
+        QTest::newRow("bad address") << SIGSEGV << true;
+        QTest::newRow("the engine gives up") << SIGABRT << true;
+        QTest::newRow("unknown instruction") << SIGILL << false;
+    }
+
+    void aCrashIsAnswered()
+    {
+        QFETCH(int, signal);
+        QFETCH(bool, answered);
+        std::array<int, 2> ends{};
+        QCOMPARE(pipe(ends.data()), 0);
+        const pid_t child = fork();
+        if (child == 0) {
+            std::signal(signal, SIG_DFL); // instead of the handler that tests have
+            armCrashGuard(ends[1], "too early");
+            armCrashGuard(ends[1], {});
+            armCrashGuard(ends[1], "answer");
+            std::raise(signal);
+            _exit(0);
+        }
+        close(ends[1]);
+        std::array<char, 64> buffer{};
+        const ssize_t count = read(ends[0], buffer.data(), buffer.size());
+        close(ends[0]);
+        int status = 0;
+        QCOMPARE(waitpid(child, &status, 0), child);
+        QCOMPARE(std::string(buffer.data(), std::size_t(std::max<ssize_t>(count, 0))),
+                 std::string(answered ? "answer" : ""));
+        if (answered)
+            QVERIFY(WIFEXITED(status) && WEXITSTATUS(status) == 3);
+        else
+            QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == signal);
+    }
+};
 
 QTEST_GUILESS_MAIN(ServiceTest)
 #include "servicetest.moc"

@@ -24,8 +24,8 @@ public:
         return std::make_unique<ChatStore>(SystemLanguageModel(model), data.path());
     }
 
-    QString path(const QString &name) const { return data.filePath(QStringLiteral("Lumora/") + name); }
-    QString historyPath() const { return path(QStringLiteral("conversations.json")); }
+    QString path(const QString &name) const { return data.filePath("Lumora/" + name); }
+    QString historyPath() const { return path("conversations.json"); }
 
     void write(const QString &name, const QByteArray &bytes) const
     {
@@ -36,22 +36,19 @@ public:
     }
     void write(const std::vector<Conversation> &conversations) const
     {
-        write(QStringLiteral("conversations.json"), encodeConversations(conversations));
+        write("conversations.json", encodeConversations(conversations));
     }
     QByteArray read(const QString &name) const
     {
         QFile file(path(name));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(no file)");
     }
-    std::vector<Conversation> saved() const
-    {
-        return decodeConversations(read(QStringLiteral("conversations.json"))).value();
-    }
+    std::vector<Conversation> saved() const { return decodeConversations(read("conversations.json")).value(); }
     /// Makes every save fail until it is made writable again: a folder stands in the way of the file.
     void blockHistory() const
     {
         QFile::remove(historyPath());
-        QDir().mkpath(historyPath() + QStringLiteral("/in the way"));
+        QDir().mkpath(historyPath() + "/in the way");
     }
     void unblockHistory() const { QDir(historyPath()).removeRecursively(); }
 

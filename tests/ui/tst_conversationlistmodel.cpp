@@ -27,15 +27,87 @@ class ConversationListModelTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init()
+    {
+        m_tester.reset();
+        m_model.reset();
+        m_fixture.write({conversation("Old", 1, {userMessage("a")}), conversation("New", 3, {userMessage("b")}),
+                         conversation("Middle", 2, {userMessage("c")})});
+        m_store = m_fixture.start();
+        m_model = std::make_unique<ConversationListModel>();
+        m_tester = std::make_unique<QAbstractItemModelTester>(m_model.get());
+        m_model->setStore(m_store.get());
+    }
 
-    void listsTheChatsInTheStoresOrder();
-    void insertsAndSelectsANewChat();
-    void removesOneRow();
-    void replacesTheLastChat();
-    void retitlesOneRow();
-    void followsTheSelection();
-    void isEmptyWithoutAStore();
+    void insertsAndSelectsANewChat()
+    {
+        QSignalSpy inserted(m_model.get(), &QAbstractItemModel::rowsInserted);
+        QSignalSpy reset(m_model.get(), &QAbstractItemModel::modelReset);
+
+        m_store->newConversation();
+
+        QCOMPARE(shownTitles(*m_model).first(), "New Chat");
+        QCOMPARE(m_model->rowCount(), 4);
+        QCOMPARE(m_model->selectedRow(), 0);
+        QCOMPARE(inserted.count(), 1);
+        QCOMPARE(reset.count(), 0);
+    }
+
+    void removesOneRow()
+    {
+        QSignalSpy removed(m_model.get(), &QAbstractItemModel::rowsRemoved);
+
+        m_store->deleteConversation(m_store->conversations()[1].id);
+
+        QCOMPARE(shownTitles(*m_model), QStringList({"New", "Old"}));
+        QCOMPARE(removed.count(), 1);
+        QCOMPARE(removed.first().at(1).toInt(), 1);
+        QCOMPARE(m_model->selectedRow(), 0);
+    }
+
+    void replacesTheLastChat()
+    {
+        while (m_store->conversations().size() > 1)
+            m_store->deleteConversation(m_store->conversations().front().id);
+        m_store->deleteConversation(m_store->conversations().front().id);
+
+        QCOMPARE(shownTitles(*m_model), QStringList({"New Chat"}));
+        QCOMPARE(m_model->selectedRow(), 0);
+    }
+
+    void retitlesOneRow()
+    {
+        m_store->newConversation();
+        QSignalSpy changed(m_model.get(), &QAbstractItemModel::dataChanged);
+
+        m_store->setDraft("What is this?");
+        m_store->send();
+
+        QCOMPARE(shownTitles(*m_model).first(), "What is this?");
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.first().at(0).toModelIndex().row(), 0);
+        m_store->stopGenerating();
+    }
+
+    void followsTheSelection()
+    {
+        QSignalSpy selected(m_model.get(), &ConversationListModel::selectedRowChanged);
+
+        m_store->selectConversation(m_store->conversations()[2].id);
+        QCOMPARE(m_model->selectedRow(), 2);
+        m_store->selectConversation(QUuid::createUuid());
+        QCOMPARE(m_model->selectedRow(), -1);
+        QCOMPARE(selected.count(), 2);
+    }
+
+    void isEmptyWithoutAStore()
+    {
+        m_store.reset();
+        m_model->setStore(nullptr);
+
+        QCOMPARE(m_model->rowCount(), 0);
+        QCOMPARE(m_model->selectedRow(), -1);
+    }
 
 private:
     StoreFixture m_fixture;
@@ -43,98 +115,6 @@ private:
     std::unique_ptr<ConversationListModel> m_model;
     std::unique_ptr<QAbstractItemModelTester> m_tester;
 };
-
-void ConversationListModelTest::init()
-{
-    m_tester.reset();
-    m_model.reset();
-    m_fixture.write({conversation(QStringLiteral("Old"), 1, {userMessage(QStringLiteral("a"))}),
-                     conversation(QStringLiteral("New"), 3, {userMessage(QStringLiteral("b"))}),
-                     conversation(QStringLiteral("Middle"), 2, {userMessage(QStringLiteral("c"))})});
-    m_store = m_fixture.start();
-    m_model = std::make_unique<ConversationListModel>();
-    m_tester = std::make_unique<QAbstractItemModelTester>(m_model.get());
-    m_model->setStore(m_store.get());
-}
-
-void ConversationListModelTest::listsTheChatsInTheStoresOrder()
-{
-    QCOMPARE(shownTitles(*m_model),
-             QStringList({QStringLiteral("New"), QStringLiteral("Middle"), QStringLiteral("Old")}));
-    QCOMPARE(m_model->selectedRow(), 0);
-    QCOMPARE(m_model->data(m_model->index(1), ConversationListModel::conversationIDRole).toUuid(),
-             m_store->conversations()[1].id);
-}
-
-void ConversationListModelTest::insertsAndSelectsANewChat()
-{
-    QSignalSpy inserted(m_model.get(), &QAbstractItemModel::rowsInserted);
-    QSignalSpy reset(m_model.get(), &QAbstractItemModel::modelReset);
-
-    m_store->newConversation();
-
-    QCOMPARE(shownTitles(*m_model).first(), QStringLiteral("New Chat"));
-    QCOMPARE(m_model->rowCount(), 4);
-    QCOMPARE(m_model->selectedRow(), 0);
-    QCOMPARE(inserted.count(), 1);
-    QCOMPARE(reset.count(), 0);
-}
-
-void ConversationListModelTest::removesOneRow()
-{
-    QSignalSpy removed(m_model.get(), &QAbstractItemModel::rowsRemoved);
-
-    m_store->deleteConversation(m_store->conversations()[1].id);
-
-    QCOMPARE(shownTitles(*m_model), QStringList({QStringLiteral("New"), QStringLiteral("Old")}));
-    QCOMPARE(removed.count(), 1);
-    QCOMPARE(removed.first().at(1).toInt(), 1);
-    QCOMPARE(m_model->selectedRow(), 0);
-}
-
-void ConversationListModelTest::replacesTheLastChat()
-{
-    while (m_store->conversations().size() > 1)
-        m_store->deleteConversation(m_store->conversations().front().id);
-    m_store->deleteConversation(m_store->conversations().front().id);
-
-    QCOMPARE(shownTitles(*m_model), QStringList({QStringLiteral("New Chat")}));
-    QCOMPARE(m_model->selectedRow(), 0);
-}
-
-void ConversationListModelTest::retitlesOneRow()
-{
-    m_store->newConversation();
-    QSignalSpy changed(m_model.get(), &QAbstractItemModel::dataChanged);
-
-    m_store->setDraft(QStringLiteral("What is this?"));
-    m_store->send();
-
-    QCOMPARE(shownTitles(*m_model).first(), QStringLiteral("What is this?"));
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(changed.first().at(0).toModelIndex().row(), 0);
-    m_store->stopGenerating();
-}
-
-void ConversationListModelTest::followsTheSelection()
-{
-    QSignalSpy selected(m_model.get(), &ConversationListModel::selectedRowChanged);
-
-    m_store->selectConversation(m_store->conversations()[2].id);
-    QCOMPARE(m_model->selectedRow(), 2);
-    m_store->selectConversation(QUuid::createUuid());
-    QCOMPARE(m_model->selectedRow(), -1);
-    QCOMPARE(selected.count(), 2);
-}
-
-void ConversationListModelTest::isEmptyWithoutAStore()
-{
-    m_store.reset();
-    m_model->setStore(nullptr);
-
-    QCOMPARE(m_model->rowCount(), 0);
-    QCOMPARE(m_model->selectedRow(), -1);
-}
 
 QTEST_GUILESS_MAIN(ConversationListModelTest)
 #include "tst_conversationlistmodel.moc"

@@ -15,20 +15,128 @@ class MessageListModelTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init()
+    {
+        m_tester.reset();
+        m_model.reset();
+        m_store.reset();
+        m_fixture = std::make_unique<StoreFixture>();
+    }
 
-    void showsTheSelectedChat();
-    void givesEachPartOfAMessage();
-    void tokenLineNeedsBothCounts_data();
-    void tokenLineNeedsBothCounts();
-    void aSnapshotChangesOneRowAndOnlyItsText();
-    void toolCallsAndTokensChangeTheirRolesOnly();
-    void aStopRemovesTheEmptyReply();
-    void tellsWhenTheEndMoves();
+    void tokenLineNeedsBothCounts_data()
+    {
+        QTest::addColumn<std::optional<qint64>>("input");
+        QTest::addColumn<std::optional<qint64>>("output");
+        QTest::addColumn<QString>("line");
+
+        using Count = std::optional<qint64>;
+        QTest::newRow("both") << Count(812) << Count(95) << QStringLiteral("812 input · 95 output tokens");
+        QTest::newRow("no grouping") << Count(1234567) << Count(0) << QStringLiteral("1234567 input · 0 output tokens");
+        QTest::newRow("beyond a double") << Count(9007199254740993) << Count(-1)
+                                         << QStringLiteral("9007199254740993 input · -1 output tokens");
+        QTest::newRow("input only") << Count(812) << Count() << QString();
+        QTest::newRow("output only") << Count() << Count(95) << QString();
+    }
+
+    void tokenLineNeedsBothCounts()
+    {
+        QFETCH(std::optional<qint64>, input);
+        QFETCH(std::optional<qint64>, output);
+        ChatMessage reply = assistantMessage("a");
+        reply.inputTokens = input;
+        reply.outputTokens = output;
+        start({conversation("A", 1, {reply})});
+
+        QTEST(shown(0, MessageListModel::tokenLineRole).toString(), "line");
+    }
+
+    void aSnapshotChangesOneRowAndOnlyItsText()
+    {
+        start({conversation("A", 1, {userMessage("a"), assistantMessage("b")})});
+        m_fixture->model->enqueue(
+            Script::text("One").then(Script::hold()).then(Script::text(" two")).then(Script::hold()));
+        send("c");
+        QTRY_COMPARE(shown(3, MessageListModel::textRole).toString(), "One");
+
+        QSignalSpy changed(m_model.get(), &QAbstractItemModel::dataChanged);
+        m_fixture->model->release();
+        QTRY_COMPARE(shown(3, MessageListModel::textRole).toString(), "One two");
+
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.first().at(0).toModelIndex().row(), 3);
+        QCOMPARE(changed.first().at(1).toModelIndex().row(), 3);
+        QCOMPARE(changed.first().at(2).value<QList<int>>(), QList<int>({MessageListModel::textRole, Qt::DisplayRole}));
+    }
+
+    void toolCallsAndTokensChangeTheirRolesOnly()
+    {
+        start({});
+        m_fixture->model->enqueue(
+            Script{.steps = {Script::Text{"One"}, Script::Hold{},
+                             Script::ToolCall{"currentDate", R"({"question":"today"})"}, Script::Hold{}}});
+        send("What day is it today?");
+        QTRY_VERIFY(m_fixture->model->isHolding());
+        QSignalSpy changed(m_model.get(), &QAbstractItemModel::dataChanged);
+
+        m_fixture->model->release();
+        QTRY_COMPARE(shown(1, MessageListModel::toolEventsRole).value<QList<ToolEvent>>().value(0).status, "Complete");
+        QTRY_VERIFY(m_fixture->model->isHolding());
+        for (const QList<QVariant> &signal : changed)
+            QCOMPARE(signal.at(2).value<QList<int>>(), QList<int>({MessageListModel::toolEventsRole}));
+
+        changed.clear();
+        m_fixture->model->release();
+        QTRY_VERIFY(!m_store->isGenerating());
+        QVERIFY(!shown(1, MessageListModel::tokenLineRole).toString().isEmpty());
+        QCOMPARE(changed.last().at(2).value<QList<int>>(), QList<int>({MessageListModel::tokenLineRole}));
+    }
+
+    void aStopRemovesTheEmptyReply()
+    {
+        start({});
+        m_fixture->model->enqueue(Script::hold());
+        send("a");
+        QCOMPARE(m_model->count(), 2);
+        QSignalSpy removed(m_model.get(), &QAbstractItemModel::rowsRemoved);
+
+        m_store->stopGenerating();
+
+        QCOMPARE(m_model->count(), 1);
+        QCOMPARE(removed.count(), 1);
+    }
+
+    void tellsWhenTheEndMoves()
+    {
+        start({conversation("A", 2, {userMessage("same")}), conversation("B", 1, {userMessage("same")})});
+        m_fixture->model->enqueue(Script::text("One").then(Script::hold()));
+        QSignalSpy moved(m_model.get(), &MessageListModel::endChanged);
+
+        m_store->selectConversation(m_store->conversations()[1].id);
+        QCOMPARE(moved.count(), 0);
+        send("c");
+        QCOMPARE(moved.count(), 2);
+        QTRY_COMPARE(shown(2, MessageListModel::textRole).toString(), "One");
+        QCOMPARE(moved.count(), 3);
+        m_store->selectConversation(m_store->conversations()[0].id);
+        QCOMPARE(moved.count(), 4);
+    }
 
 private:
-    void start(const std::vector<Conversation> &conversations);
-    void send(const QString &text);
+    void start(const std::vector<Conversation> &conversations)
+    {
+        m_fixture->write(conversations);
+        m_store = m_fixture->start();
+        m_model = std::make_unique<MessageListModel>();
+        m_tester = std::make_unique<QAbstractItemModelTester>(m_model.get());
+        m_model->setStore(m_store.get());
+    }
+
+    void send(const QString &text)
+    {
+        m_store->setDraft(text);
+        m_store->send();
+    }
+
     QVariant shown(int row, MessageListModel::Role role) const { return m_model->data(m_model->index(row), role); }
 
     std::unique_ptr<StoreFixture> m_fixture;
@@ -36,168 +144,6 @@ private:
     std::unique_ptr<MessageListModel> m_model;
     std::unique_ptr<QAbstractItemModelTester> m_tester;
 };
-
-void MessageListModelTest::init()
-{
-    m_tester.reset();
-    m_model.reset();
-    m_store.reset();
-    m_fixture = std::make_unique<StoreFixture>();
-}
-
-void MessageListModelTest::start(const std::vector<Conversation> &conversations)
-{
-    m_fixture->write(conversations);
-    m_store = m_fixture->start();
-    m_model = std::make_unique<MessageListModel>();
-    m_tester = std::make_unique<QAbstractItemModelTester>(m_model.get());
-    m_model->setStore(m_store.get());
-}
-
-void MessageListModelTest::send(const QString &text)
-{
-    m_store->setDraft(text);
-    m_store->send();
-}
-
-void MessageListModelTest::showsTheSelectedChat()
-{
-    start({conversation(QStringLiteral("A"), 2, {userMessage(QStringLiteral("a"))}),
-           conversation(QStringLiteral("B"), 1,
-                        {userMessage(QStringLiteral("b")), assistantMessage(QStringLiteral("c"))})});
-    QCOMPARE(m_model->count(), 1);
-    QCOMPARE(shown(0, MessageListModel::textRole).toString(), QStringLiteral("a"));
-
-    m_store->selectConversation(m_store->conversations()[1].id);
-    QCOMPARE(m_model->count(), 2);
-    QCOMPARE(shown(1, MessageListModel::textRole).toString(), QStringLiteral("c"));
-    QCOMPARE(shown(0, MessageListModel::isReplyRole).toBool(), false);
-    QCOMPARE(shown(1, MessageListModel::isReplyRole).toBool(), true);
-
-    m_store->newConversation();
-    QCOMPARE(m_model->count(), 0);
-}
-
-void MessageListModelTest::givesEachPartOfAMessage()
-{
-    ChatMessage question = userMessage(QStringLiteral("a"));
-    question.imageFilename = QStringLiteral("x.png");
-    ChatMessage reply = assistantMessage({});
-    reply.card = AnswerCard{.title = QStringLiteral("T"), .keyPoints = {QStringLiteral("k")}};
-    reply.toolEvents = {{QStringLiteral("1"), QStringLiteral("currentDate"), QStringLiteral("Running")}};
-    start({conversation(QStringLiteral("A"), 1, {question, reply})});
-
-    QCOMPARE(shown(0, MessageListModel::imagePathRole).toString(), m_fixture->path(QStringLiteral("Images/x.png")));
-    QCOMPARE(shown(0, MessageListModel::hasCardRole).toBool(), false);
-    QVERIFY(shown(0, MessageListModel::toolEventsRole).value<QList<ToolEvent>>().isEmpty());
-    QCOMPARE(shown(1, MessageListModel::imagePathRole).toString(), QString());
-    QCOMPARE(shown(1, MessageListModel::hasCardRole).toBool(), true);
-    QCOMPARE(shown(1, MessageListModel::cardRole).value<AnswerCard>(), *reply.card);
-    QCOMPARE(shown(1, MessageListModel::toolEventsRole).value<QList<ToolEvent>>(), *reply.toolEvents);
-}
-
-void MessageListModelTest::tokenLineNeedsBothCounts_data()
-{
-    QTest::addColumn<std::optional<qint64>>("input");
-    QTest::addColumn<std::optional<qint64>>("output");
-    QTest::addColumn<QString>("line");
-
-    using Count = std::optional<qint64>;
-    QTest::newRow("both") << Count(812) << Count(95) << QStringLiteral("812 input · 95 output tokens");
-    QTest::newRow("no grouping") << Count(1234567) << Count(0) << QStringLiteral("1234567 input · 0 output tokens");
-    QTest::newRow("beyond a double") << Count(9007199254740993) << Count(-1)
-                                     << QStringLiteral("9007199254740993 input · -1 output tokens");
-    QTest::newRow("input only") << Count(812) << Count() << QString();
-    QTest::newRow("output only") << Count() << Count(95) << QString();
-}
-
-void MessageListModelTest::tokenLineNeedsBothCounts()
-{
-    QFETCH(std::optional<qint64>, input);
-    QFETCH(std::optional<qint64>, output);
-    ChatMessage reply = assistantMessage(QStringLiteral("a"));
-    reply.inputTokens = input;
-    reply.outputTokens = output;
-    start({conversation(QStringLiteral("A"), 1, {reply})});
-
-    QTEST(shown(0, MessageListModel::tokenLineRole).toString(), "line");
-}
-
-void MessageListModelTest::aSnapshotChangesOneRowAndOnlyItsText()
-{
-    start({conversation(QStringLiteral("A"), 1,
-                        {userMessage(QStringLiteral("a")), assistantMessage(QStringLiteral("b"))})});
-    m_fixture->model->enqueue(Script::text(QStringLiteral("One"))
-                                  .then(Script::hold())
-                                  .then(Script::text(QStringLiteral(" two")))
-                                  .then(Script::hold()));
-    send(QStringLiteral("c"));
-    QTRY_COMPARE(shown(3, MessageListModel::textRole).toString(), QStringLiteral("One"));
-
-    QSignalSpy changed(m_model.get(), &QAbstractItemModel::dataChanged);
-    m_fixture->model->release();
-    QTRY_COMPARE(shown(3, MessageListModel::textRole).toString(), QStringLiteral("One two"));
-
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(changed.first().at(0).toModelIndex().row(), 3);
-    QCOMPARE(changed.first().at(1).toModelIndex().row(), 3);
-    QCOMPARE(changed.first().at(2).value<QList<int>>(), QList<int>({MessageListModel::textRole, Qt::DisplayRole}));
-}
-
-void MessageListModelTest::toolCallsAndTokensChangeTheirRolesOnly()
-{
-    start({});
-    m_fixture->model->enqueue(
-        Script{.steps = {Script::Text{QStringLiteral("One")}, Script::Hold{},
-                         Script::ToolCall{QStringLiteral("currentDate"), R"({"question":"today"})"}, Script::Hold{}}});
-    send(QStringLiteral("What day is it today?"));
-    QTRY_VERIFY(m_fixture->model->isHolding());
-    QSignalSpy changed(m_model.get(), &QAbstractItemModel::dataChanged);
-
-    m_fixture->model->release();
-    QTRY_COMPARE(shown(1, MessageListModel::toolEventsRole).value<QList<ToolEvent>>().value(0).status,
-                 QStringLiteral("Complete"));
-    QTRY_VERIFY(m_fixture->model->isHolding());
-    for (const QList<QVariant> &signal : changed)
-        QCOMPARE(signal.at(2).value<QList<int>>(), QList<int>({MessageListModel::toolEventsRole}));
-
-    changed.clear();
-    m_fixture->model->release();
-    QTRY_VERIFY(!m_store->isGenerating());
-    QVERIFY(!shown(1, MessageListModel::tokenLineRole).toString().isEmpty());
-    QCOMPARE(changed.last().at(2).value<QList<int>>(), QList<int>({MessageListModel::tokenLineRole}));
-}
-
-void MessageListModelTest::aStopRemovesTheEmptyReply()
-{
-    start({});
-    m_fixture->model->enqueue(Script::hold());
-    send(QStringLiteral("a"));
-    QCOMPARE(m_model->count(), 2);
-    QSignalSpy removed(m_model.get(), &QAbstractItemModel::rowsRemoved);
-
-    m_store->stopGenerating();
-
-    QCOMPARE(m_model->count(), 1);
-    QCOMPARE(removed.count(), 1);
-}
-
-void MessageListModelTest::tellsWhenTheEndMoves()
-{
-    start({conversation(QStringLiteral("A"), 2, {userMessage(QStringLiteral("same"))}),
-           conversation(QStringLiteral("B"), 1, {userMessage(QStringLiteral("same"))})});
-    m_fixture->model->enqueue(Script::text(QStringLiteral("One")).then(Script::hold()));
-    QSignalSpy moved(m_model.get(), &MessageListModel::endChanged);
-
-    m_store->selectConversation(m_store->conversations()[1].id);
-    QCOMPARE(moved.count(), 0);
-    send(QStringLiteral("c"));
-    QCOMPARE(moved.count(), 2);
-    QTRY_COMPARE(shown(2, MessageListModel::textRole).toString(), QStringLiteral("One"));
-    QCOMPARE(moved.count(), 3);
-    m_store->selectConversation(m_store->conversations()[0].id);
-    QCOMPARE(moved.count(), 4);
-}
 
 QTEST_GUILESS_MAIN(MessageListModelTest)
 #include "tst_messagelistmodel.moc"

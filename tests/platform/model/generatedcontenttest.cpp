@@ -35,8 +35,7 @@ void GeneratedContentTest::schemaIsJsonSchemaInOrder()
 
 void GeneratedContentTest::recordsSurviveTheWayThroughJson()
 {
-    const TestCard card{QStringLiteral("“Ünïcode” \\ \" \n \U0001F468\u200D\U0001F469"),
-                        {QString(), QStringLiteral("two")}};
+    const TestCard card{"“Ünïcode” \\ \" \n \U0001F468\u200D\U0001F469", {QString(), "two"}};
     const GeneratedContent content = GeneratedContent::fromJson(card.generatedContent().toJson());
     QCOMPARE(content, card.generatedContent());
     QCOMPARE(TestCard::fromGeneratedContent(content), card);
@@ -48,7 +47,7 @@ void GeneratedContentTest::recordsSurviveTheWayThroughJson()
 void GeneratedContentTest::contentKeepsItsIdentifier()
 {
     const QUuid id = QUuid::createUuid();
-    const GeneratedContent::Properties properties{{QStringLiteral("title"), QStringLiteral("x")}};
+    const GeneratedContent::Properties properties{{QString("title"), QString("x")}};
     QCOMPARE(GeneratedContent(properties, id).id(), id);
     QVERIFY(!GeneratedContent(properties).id());
     QVERIFY(GeneratedContent(properties, id) != GeneratedContent(properties));
@@ -77,7 +76,7 @@ void GeneratedContentTest::propertiesAreReadByType_data()
     QTest::addColumn<QString>("property");
     QTest::addColumn<QString>("readsAs"); // "text", "texts", "absent" or "wrong"
 
-    const QString title = QStringLiteral("title");
+    const QString title = "title";
     QTest::newRow("text") << QByteArray(R"({"title":"a"})") << title << QStringLiteral("text");
     QTest::newRow("empty text") << QByteArray(R"({"title":""})") << title << QStringLiteral("text");
     QTest::newRow("list") << QByteArray(R"({"title":["a"]})") << title << QStringLiteral("texts");

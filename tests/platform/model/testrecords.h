@@ -19,9 +19,9 @@ struct TestCard
 
     static GenerationSchema generationSchema()
     {
-        return {QStringLiteral("TestCard"),
-                {{QStringLiteral("title"), QStringLiteral("A \"short\" title"), GenerationSchema::Type::text},
-                 {QStringLiteral("points"), QStringLiteral("What matters"), GenerationSchema::Type::listOfText}}};
+        return {"TestCard",
+                {{"title", "A \"short\" title", GenerationSchema::Type::text},
+                 {"points", "What matters", GenerationSchema::Type::listOfText}}};
     }
     static TestCard fromGeneratedContent(const GeneratedContent &content)
     {
@@ -29,7 +29,7 @@ struct TestCard
     }
     GeneratedContent generatedContent() const
     {
-        return GeneratedContent::Properties{{QStringLiteral("title"), title}, {QStringLiteral("points"), points}};
+        return GeneratedContent::Properties{{"title", title}, {"points", points}};
     }
     bool operator==(const TestCard &) const = default;
 };
@@ -43,18 +43,14 @@ struct TestTool
 
         static GenerationSchema generationSchema()
         {
-            return {QStringLiteral("Arguments"),
-                    {{QStringLiteral("question"), QStringLiteral("What to ask"), GenerationSchema::Type::text}}};
+            return {"Arguments", {{"question", "What to ask", GenerationSchema::Type::text}}};
         }
         static Arguments fromGeneratedContent(const GeneratedContent &content) { return {content.text(u"question")}; }
-        GeneratedContent generatedContent() const
-        {
-            return GeneratedContent::Properties{{QStringLiteral("question"), question}};
-        }
+        GeneratedContent generatedContent() const { return GeneratedContent::Properties{{"question", question}}; }
     };
 
-    QString name = QStringLiteral("ask");
-    QString description = QStringLiteral("Asks something.");
+    QString name = "ask";
+    QString description = "Asks something.";
     std::function<QString(const QString &)> action = [](const QString &question) { return question.toUpper(); };
 
     QString call(const Arguments &arguments) const { return action(arguments.question); }

@@ -12,72 +12,53 @@ class GraphemesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void countsAndCutsCharacters_data();
-    void countsAndCutsCharacters();
-    void cutsMixedTextAtEveryCharacter();
-    void looksOnlyAtTheEnd();
+    void countsAndCutsCharacters_data()
+    {
+        QTest::addColumn<QStringList>("characters");
+
+        QTest::newRow("nothing") << QStringList{};
+        QTest::newRow("latin") << QStringList{"H", "e", "l", "l", "o", " ", "!"};
+        QTest::newRow("line breaks") << QStringList{"a", "\n", "b", "\r\n", "\r\n", "\n", "\r", "c", "\r"};
+        QTest::newRow("combining marks") << QStringList{"e\u0301", "a\u0323\u0302", "x"};
+        QTest::newRow("a mark at the start") << QStringList{"\u0301", "a"};
+        QTest::newRow("a mark on a blank") << QStringList{":", " \u0301", "a"};
+        QTest::newRow("family") << QStringList{"👨‍👩‍👧‍👦", "👍🏽", "❤️", "1️⃣"};
+        QTest::newRow("flags") << QStringList{"🇩🇪", "🇯🇵", "🇫🇷", "🇦"};
+        QTest::newRow("conjoining jamo") << QStringList{"\u1112\u1161\u11AB", "한", "글"};
+        QTest::newRow("kana and ideographs") << QStringList{"か\u3099", "日", "本", "ア"};
+        QTest::newRow("devanagari") << QStringList{"न", "म", "स्ते"};
+        QTest::newRow("lone surrogates") << QStringList{QString(QChar(0xD83D)), "a", QString(QChar(0xDE00))};
+        QTest::newRow("of all kinds") << QStringList{
+            "x", " ", "日", "e\u0301", "e\u0301", "👨‍👩‍👧‍👦", "🇩🇪", "\r\n", "한", "\u1112\u1161", "x"};
+        QTest::newRow("zero-width joiner after latin") << QStringList{"a\u200D", "b"};
+    }
+
+    void countsAndCutsCharacters()
+    {
+        QFETCH(QStringList, characters);
+        const QString text = characters.join(QString());
+
+        QCOMPARE(characterCount(text), characters.size());
+        for (qsizetype n = 0; n <= characters.size() + 1; ++n) {
+            QCOMPARE(firstCharacters(text, n).toString(), QStringList(characters.mid(0, n)).join(QString()));
+            QCOMPARE(lastCharacters(text, n).toString(),
+                     QStringList(characters.mid(std::max(0LL, characters.size() - n))).join(QString()));
+        }
+    }
+
+    void looksOnlyAtTheEnd()
+    {
+        const QString emoji = "👨‍👩‍👧‍👦";
+        const QString text = QString(5'000'000, u'x') + emoji + "end";
+        QCOMPARE(lastCharacters(text, 4).toString(), emoji + "end");
+        QCOMPARE(lastCharacters(text, 8000).size(), 8000 - 1 + emoji.size());
+
+        const QString flags = QStringLiteral("🇩🇪").repeated(1'000'000);
+        QCOMPARE(lastCharacters(flags, 8000), QStringLiteral("🇩🇪").repeated(8000));
+        const QString halfFlagMore = flags + "🇫";
+        QCOMPARE(lastCharacters(halfFlagMore, 2).toString(), "🇩🇪🇫");
+    }
 };
-
-void GraphemesTest::countsAndCutsCharacters_data()
-{
-    QTest::addColumn<QStringList>("characters");
-
-    QTest::newRow("nothing") << QStringList{};
-    QTest::newRow("latin") << QStringList{"H", "e", "l", "l", "o", " ", "!"};
-    QTest::newRow("line breaks") << QStringList{"a", "\n", "b", "\r\n", "\r\n", "\n", "\r", "c", "\r"};
-    QTest::newRow("combining marks") << QStringList{"e\u0301", "a\u0323\u0302", "x"};
-    QTest::newRow("a mark at the start") << QStringList{"\u0301", "a"};
-    QTest::newRow("a mark on a blank") << QStringList{":", " \u0301", "a"};
-    QTest::newRow("family") << QStringList{"👨‍👩‍👧‍👦", "👍🏽", "❤️", "1️⃣"};
-    QTest::newRow("flags") << QStringList{"🇩🇪", "🇯🇵", "🇫🇷", "🇦"};
-    QTest::newRow("conjoining jamo") << QStringList{"\u1112\u1161\u11AB", "한", "글"};
-    QTest::newRow("kana and ideographs") << QStringList{"か\u3099", "日", "本", "ア"};
-    QTest::newRow("devanagari") << QStringList{"न", "म", "स्ते"};
-    QTest::newRow("lone surrogates") << QStringList{QString(QChar(0xD83D)), "a", QString(QChar(0xDE00))};
-    QTest::newRow("zero-width joiner after latin") << QStringList{"a\u200D", "b"};
-}
-
-void GraphemesTest::countsAndCutsCharacters()
-{
-    QFETCH(QStringList, characters);
-    const QString text = characters.join(QString());
-
-    QCOMPARE(characterCount(text), characters.size());
-    for (qsizetype n = 0; n <= characters.size() + 1; ++n) {
-        QCOMPARE(firstCharacters(text, n).toString(), QStringList(characters.mid(0, n)).join(QString()));
-        QCOMPARE(lastCharacters(text, n).toString(),
-                 QStringList(characters.mid(std::max(0LL, characters.size() - n))).join(QString()));
-    }
-}
-
-void GraphemesTest::cutsMixedTextAtEveryCharacter()
-{
-    const QStringList pieces{
-        "plain ", "日本語", "e\u0301e\u0301", "👨‍👩‍👧‍👦🇩🇪", "\r\n", "한글\u1112\u1161", "x"};
-    QString text;
-    for (int i = 0; i < 40; ++i)
-        text += pieces[(i * 5) % pieces.size()];
-
-    const qsizetype count = characterCount(text);
-    for (qsizetype n = 0; n <= count; ++n) {
-        const QString first = firstCharacters(text, n).toString();
-        QCOMPARE(first + lastCharacters(text, count - n).toString(), text);
-        QCOMPARE(characterCount(first), n);
-    }
-}
-
-void GraphemesTest::looksOnlyAtTheEnd()
-{
-    const QString emoji = QStringLiteral("👨‍👩‍👧‍👦");
-    const QString text = QString(5'000'000, u'x') + emoji + QStringLiteral("end");
-    QCOMPARE(lastCharacters(text, 4).toString(), emoji + QStringLiteral("end"));
-    QCOMPARE(lastCharacters(text, 8000).size(), 8000 - 1 + emoji.size());
-
-    const QString flags = QStringLiteral("🇩🇪").repeated(1'000'000);
-    QCOMPARE(lastCharacters(flags, 8000), QStringLiteral("🇩🇪").repeated(8000));
-    const QString halfFlagMore = flags + QStringLiteral("🇫");
-    QCOMPARE(lastCharacters(halfFlagMore, 2), QStringLiteral("🇩🇪🇫"));
-}
 
 QTEST_APPLESS_MAIN(GraphemesTest)
 #include "tst_graphemes.moc"

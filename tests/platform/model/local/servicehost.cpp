@@ -23,11 +23,11 @@ int main(int argc, char **argv)
     LocalModelService service(settings);
 
     ReplyRequest request;
-    request.prompt.text = QStringLiteral("pid");
+    request.prompt.text = "pid";
     const auto reply = service.respond(request);
     std::unique_ptr<ModelReply> hanging;
     QObject::connect(reply.get(), &ModelReply::textArrived, [&](const QString &pid) {
-        request.prompt.text = QStringLiteral("hang");
+        request.prompt.text = "hang";
         hanging = service.respond(request);
         QObject::connect(hanging.get(), &ModelReply::textArrived, [pid] {
             std::puts(qPrintable(pid));
