@@ -12,6 +12,7 @@
 #include <QLocale>
 #include <QPainter>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -69,13 +70,18 @@ void recognisePage(benchmark::State &state)
 }
 BENCHMARK(recognisePage)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+/// With as many threads as its range says, or with all that it takes by itself (0), which wait for each other a lot.
 void tesseractCommand(benchmark::State &state)
 {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (state.range(0) > 0)
+        environment.insert(QStringLiteral("OMP_THREAD_LIMIT"), QString::number(state.range(0)));
     const Sheet sheet;
     const QString languages =
         recognitionLanguages(QLocale::system().uiLanguages(), installedRecognitionLanguages()).join(u'+');
     for (auto _ : state) {
         QProcess command;
+        command.setProcessEnvironment(environment);
         command.setStandardErrorFile(QProcess::nullDevice());
         command.start(QStringLiteral("tesseract"),
                       {sheet.path(), QStringLiteral("stdout"), QStringLiteral("-l"), languages});
@@ -83,7 +89,7 @@ void tesseractCommand(benchmark::State &state)
         expectPage(state, QString::fromUtf8(command.readAllStandardOutput()));
     }
 }
-BENCHMARK(tesseractCommand)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(tesseractCommand)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 

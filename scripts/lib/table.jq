@@ -35,7 +35,8 @@ $history[0] as $h | $store[0] as $s | $search[0] as $q | $pdf[0] as $p | $vision
       median($q; "questionToLargeLibrary"); median($q; "questionToSmallLibrary"); 10),
   compared("text of a PDF of 200 pages, against pdftotext"; median($p; "pdfText"); median($p; "pdftotextCommand"); 1.2),
   compared("recognising a page of A4 at 200 dpi, against the tesseract command";
-      median($v; "recognisePage"); median($v; "tesseractCommand"); 1.1),
+      median($v; "recognisePage");
+      [median($v; "tesseractCommand/0"), median($v; "tesseractCommand/1")] | min_by(.real_time); 1.1),
   row("tokens a second of a reply to \($r.promptTokens) tokens, against llama-bench with \($l.n_threads) threads";
       $r.tokensPerSecond | digits(1); $rate | digits(1); $r.tokensPerSecond / $rate; "≥ 0.95"),
   row("first text of the tenth question (\($r.tenthPromptTokens) tokens), against a cold start";

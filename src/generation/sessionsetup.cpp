@@ -50,11 +50,11 @@ ToolList selectTools(const QString &typedText, const std::optional<QString> &ima
     ToolList tools;
     if (selection.currentDate)
         tools.append(makeTool(currentDateTool()));
-    if (selection.imageTool == ToolSelection::ImageTool::barcodeReader)
+    if (imageURL && selection.imageTool == ToolSelection::ImageTool::barcodeReader)
         tools.append(makeTool(BarcodeReaderTool{.imagePath = *imageURL, .reader = images}));
-    if (selection.imageTool == ToolSelection::ImageTool::textRecognition)
+    if (imageURL && selection.imageTool == ToolSelection::ImageTool::textRecognition)
         tools.append(makeTool(OCRTool{.imagePath = *imageURL, .reader = images}));
-    if (selection.documentSearch)
+    if (documentSearch && selection.documentSearch)
         tools.append(makeTool(*documentSearch));
     return tools;
 }
