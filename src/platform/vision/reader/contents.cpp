@@ -20,8 +20,9 @@ constexpr qint64 mostPixelsOfCodes = 12'000'000; // a photo; codes that need mor
 constexpr std::chrono::seconds mostTime(25);
 constexpr std::chrono::seconds mostTimeForScattered(5);
 
-// Of words nearly all lines are above 80, of textures nearly all below 40. Where no page was found, most is texture.
-constexpr float leastConfidence = 40;
+// Of words nearly all lines are above 80, and above this where they are short or no prose; of textures few are. Where
+// no page was found, most is texture.
+constexpr float leastConfidence = 30;
 constexpr float leastConfidenceOfScattered = 75;
 constexpr float confidenceOfUprightPage = 65;
 

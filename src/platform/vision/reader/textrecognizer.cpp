@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <allheaders.h>
+#include <cmath>
 #include <tesseract/baseapi.h>
 #include <tesseract/ocrclass.h>
 #include <tesseract/resultiterator.h>
@@ -23,10 +24,12 @@ namespace {
 using tesseract::RIL_PARA;
 using tesseract::RIL_TEXTLINE;
 
-constexpr qint64 mostPixels = 16'000'000; // after enlarging
+constexpr double mostPixels = 16'000'000; // after enlarging
 constexpr int smallLine = 20;             // pixels from the descenders to the ascenders; below, letters melt together
 constexpr int goodLine = 40;
-constexpr int mostEnlarging = 3;
+constexpr double mostEnlarging = 3;
+constexpr double leastEnlarging = 1.5;
+constexpr double smallPicture = 500'000; // pixels; the letters of a larger one are found, however small they are
 // A newspaper page has fewer. The search for lines, which nothing else stops, takes seconds for so many.
 constexpr int mostSpecks = 25'000;
 constexpr float steepestSlope = 15; // degrees; of a page in somebody's hand
@@ -110,12 +113,9 @@ TextRecognizer::Result TextRecognizer::recognize(const PagePicture &page, Layout
     const std::optional<double> slope = show(page.gray);
     if (!slope || (std::abs(*slope) >= leastSlope && !show(turned(m_shown, *slope))))
         return {};
-    if (const int height = lineHeight(); height > 0 && height < smallLine) {
-        const double byArea = std::sqrt(double(mostPixels) / (double(m_shown.width()) * m_shown.height()));
-        const double factor = std::min({double(goodLine) / height, double(mostEnlarging), byArea});
-        if (factor > 1.5 && !show(scaled(m_shown, factor)))
-            return {};
-    }
+    const double factor = enlarging();
+    if (factor == 0 || (factor >= leastEnlarging && !show(scaled(m_shown, factor))))
+        return {};
     tesseract::ETEXT_DESC monitor;
     if (!end.isForever())
         monitor.set_deadline_msecs(int(std::max<qint64>(end.remainingTime(), 1)));
@@ -136,6 +136,18 @@ std::optional<double> TextRecognizer::show(const QImage &gray)
             return impression.slope;
     }
     return std::nullopt;
+}
+
+/// How many times larger the picture has to be for its text to be recognised; 0 where there is none.
+double TextRecognizer::enlarging()
+{
+    const double area = double(m_shown.width()) * m_shown.height();
+    const int height = lineHeight();
+    if (height >= smallLine)
+        return 1;
+    if (height == 0 && area > smallPicture)
+        return 0;
+    return std::min({double(goodLine) / std::max(height, 1), mostEnlarging, std::sqrt(mostPixels / area)});
 }
 
 /// The middle one of all lines, in pixels; 0 where there are none. The engine goes on from what this finds.

@@ -50,6 +50,7 @@ public:
 
 private:
     std::optional<double> show(const QImage &gray);
+    double enlarging();
     int lineHeight();
     QList<RecognizedLine> lines() const;
 
