@@ -24,7 +24,9 @@ constexpr qsizetype descriptionLength = 600;
 DocumentImport::Outcome DocumentImport::run() const
 {
     const QString copy = folder + u'/' + document.filename;
-    FileOutcome failed = refuseTooLong(picked); // before it fills the disk
+    if (isTooLarge(picked, pdf)) // copying it first could fill the disk
+        return {Result::noText, {}};
+    FileOutcome failed = refuseTooLong(picked);
     if (!failed)
         failed = createFolder(folder);
     if (!failed)

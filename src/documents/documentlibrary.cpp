@@ -21,13 +21,14 @@ DocumentLibrary::DocumentLibrary(std::optional<QString> applicationSupport, PdfT
 {
     if (const std::optional<QString> folder = storageFolder(m_applicationSupport))
         m_index = std::make_shared<SearchIndex>(*folder + QStringLiteral("/SearchIndex.sqlite"));
+    m_worker.setMaxThreadCount(1);
     connect(&m_import, &QFutureWatcherBase::finished, this, &DocumentLibrary::endImport);
     load();
 }
 
 DocumentLibrary::~DocumentLibrary()
 {
-    m_importStop.request_stop();
+    m_stop.request_stop();
     m_import.waitForFinished();
     if (m_isImporting && m_import.result().result == DocumentImport::Result::imported)
         append(m_importing);
@@ -71,6 +72,11 @@ void DocumentLibrary::add(const QUrl &location)
         setErrorMessage(tr("Document storage is unavailable."));
         return;
     }
+    if (!location.isLocalFile()) {
+        setErrorMessage(tr("Could not import document: ") +
+                        tr("The document is not on this computer. Copy it here, and add the copy."));
+        return;
+    }
     m_waiting.append(location);
     if (!m_isImporting)
         startNextImport();
@@ -89,8 +95,8 @@ void DocumentLibrary::startNextImport()
                                 .pdf = m_pdf,
                                 .index = m_index,
                                 .domain = domain(),
-                                .stop = m_importStop.get_token()};
-    m_import.setFuture(QtConcurrent::run(&DocumentImport::run, import));
+                                .stop = m_stop.get_token()};
+    m_import.setFuture(QtConcurrent::run(&m_worker, &DocumentImport::run, import));
 }
 
 void DocumentLibrary::endImport()
@@ -122,11 +128,12 @@ void DocumentLibrary::append(const ImportedDocument &document)
 
 void DocumentLibrary::remove(const ImportedDocument &document)
 {
-    m_documents.removeIf([&document](const ImportedDocument &each) { return each.id == document.id; });
+    const ImportedDocument removed = document; // it may be the one in the list
+    m_documents.removeIf([&removed](const ImportedDocument &each) { return each.id == removed.id; });
     if (const std::optional<QString> folder = storageDirectory())
-        QFile::remove(*folder + u'/' + document.filename);
+        QFile::remove(*folder + u'/' + removed.filename);
     if (m_index)
-        m_index->deleteSearchableItems({identifierText(document.id)});
+        m_index->deleteSearchableItems({identifierText(removed.id)});
     save();
     Q_EMIT documentsChanged();
 }

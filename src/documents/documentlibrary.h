@@ -9,6 +9,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QThreadPool>
 #include <QUrl>
 
 #include <memory>
@@ -53,6 +54,8 @@ public:
     /// Null without a data directory. The index outlives the library where a tool still uses it.
     const std::shared_ptr<SearchIndex> &index() const { return m_index; }
     const PdfTextReader &pdf() const { return m_pdf; }
+    /// Requested when the library ends: whoever still reads its documents is to give up.
+    std::stop_token stopToken() const { return m_stop.get_token(); }
 
     /// Copies a picked file into the folder and makes its text known to the search index; then it joins the list.
     /// Imports are made one after another, in the order in which they are asked for, away from the main thread. Each
@@ -94,7 +97,8 @@ private:
     bool m_isImporting = false;
     ImportedDocument m_importing; ///< as it will join the list
     QFutureWatcher<DocumentImport::Outcome> m_import;
-    std::stop_source m_importStop;
+    QThreadPool m_worker; ///< the library's own: an import may take a minute
+    std::stop_source m_stop;
 };
 
 } // namespace lumora

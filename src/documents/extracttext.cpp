@@ -47,6 +47,11 @@ ExtractedText readUtf8(const QString &path)
 
 } // namespace
 
+bool isTooLarge(const QString &path, const PdfTextReader &pdf)
+{
+    return isPdf(path) && QFileInfo(path).size() > pdf.limits.memoryBytes;
+}
+
 FileOutcome refuseTooLong(const QString &path)
 {
     if (isPdf(path) || QFileInfo(path).size() <= longestTextDocument)

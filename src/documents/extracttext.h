@@ -19,6 +19,9 @@ struct ExtractedText
     FileOutcome failure;
 };
 
+/// Whether it is a PDF that the reader would refuse by its size alone.
+bool isTooLarge(const QString &path, const PdfTextReader &pdf);
+
 /// Refuses a text of more than 64 MB, some ten thousand pages, by its size alone. PDFs have other limits.
 FileOutcome refuseTooLong(const QString &path);
 

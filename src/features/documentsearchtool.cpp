@@ -63,10 +63,10 @@ QStringList scanDocuments(const DocumentSearchTool &tool, const QString &query)
     };
     QStringList results;
     for (const ImportedDocument &document : tool.documents) {
-        if (terms.isEmpty() || results.size() == mostResults)
+        if (terms.isEmpty() || results.size() == mostResults || tool.stop.stop_requested())
             break;
         // A file that is missing or that is no text counts as empty; its name may match all the same.
-        const QString text = extractText(tool.directory + u'/' + document.filename, tool.pdf).text;
+        const QString text = extractText(tool.directory + u'/' + document.filename, tool.pdf, tool.stop).text;
         if (holdsATerm(document.name) || holdsATerm(text))
             results.append(result(document.name, text, query));
     }
@@ -129,6 +129,7 @@ std::optional<DocumentSearchTool> searchTool(const DocumentLibrary &library)
         .directory = *directory,
         .index = library.index(),
         .pdf = library.pdf(),
+        .stop = library.stopToken(),
     };
 }
 

@@ -14,6 +14,7 @@
 
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 namespace lumora {
 
@@ -29,6 +30,7 @@ struct DocumentSearchTool
     QString directory; ///< absolute, of the stored copies
     std::shared_ptr<SearchIndex> index;
     PdfTextReader pdf;
+    std::stop_token stop; ///< ends the reading of stored copies
 
     struct Arguments
     {

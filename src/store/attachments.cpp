@@ -28,6 +28,11 @@ void ChatStore::attachImage(const QUrl &location)
         setErrorMessage(tr("Could not find local image storage."));
         return;
     }
+    if (!location.isLocalFile()) {
+        setErrorMessage(tr("Could not attach image: ") +
+                        tr("The image is not on this computer. Copy it here, and attach the copy."));
+        return;
+    }
     const QString picked = location.toLocalFile();
     const QString copy = *folder + u'/' + freshFileName(picked);
     FileOutcome failed = createFolder(*folder);

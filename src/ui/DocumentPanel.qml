@@ -4,6 +4,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import org.lumora.ui
 
@@ -12,6 +13,7 @@ Item {
     id: panel
 
     required property DocumentLibrary library
+    property real mostListHeight: 150
 
     signal documentRequested
 
@@ -32,6 +34,10 @@ Item {
                 Layout.fillWidth: true
                 text: qsTr("Documents")
             }
+            Spinner {
+                label: qsTr("Importing a document")
+                visible: panel.library.isImporting
+            }
             IconButton {
                 hint: qsTr("Add a text, Markdown, or PDF document for local search")
                 symbol: Symbols.plus
@@ -40,12 +46,25 @@ Item {
                 onClicked: panel.documentRequested()
             }
         }
-        Repeater {
+        ListView {
+            id: list
+
+            Accessible.name: qsTr("Documents")
+            Accessible.role: Accessible.List
+            Layout.fillWidth: true
+            Layout.preferredHeight: Math.min(contentHeight, panel.mostListHeight)
+            ScrollBar.vertical: ThinScrollBar {}
+            boundsBehavior: Flickable.StopAtBounds
+            cacheBuffer: 100000 // all rows are there for the keyboard
+            clip: true
             model: panel.library.documents
+            spacing: 7
+            visible: count > 0
 
             delegate: DocumentRow {
-                Layout.fillWidth: true
+                width: list.width
 
+                onReached: list.positionViewAtIndex(index, ListView.Contain)
                 onRemoved: panel.library.remove(modelData)
             }
         }
@@ -58,6 +77,7 @@ Item {
             wrapMode: Text.Wrap
         }
         PlainText {
+            Accessible.role: Accessible.AlertMessage
             Layout.fillWidth: true
             color: Theme.failure
             font.pixelSize: Theme.smallCaptionSize

@@ -8,9 +8,14 @@ import QtQuick.Dialogs
 FileDialog {
     signal picked(location: url)
 
+    // Dialogs tell cases apart.
+    function patterns(extensions: var): var {
+        return extensions.flatMap(each => ["*." + each, "*." + each.toUpperCase(), "*." + each[0].toUpperCase() + each.slice(1)]);
+    }
+
     currentFolder: StandardPaths.standardLocations(StandardPaths.DocumentsLocation)[0]
     fileMode: FileDialog.OpenFile
-    nameFilters: [qsTr("Text, Markdown and PDF documents") + " (*.txt *.text *.md *.pdf *.TXT *.TEXT *.MD *.PDF)"]
+    nameFilters: [qsTr("Text, Markdown and PDF documents") + " (" + patterns(["txt", "text", "md", "pdf"]).join(" ") + ")"]
     title: qsTr("Add Document")
 
     onAccepted: picked(selectedFile)

@@ -9,8 +9,10 @@ import org.lumora.ui
 RowLayout {
     id: row
 
+    required property int index
     required property importedDocument modelData
 
+    signal reached ///< by the keyboard
     signal removed
 
     spacing: 4
@@ -28,5 +30,9 @@ RowLayout {
         text: qsTr("Remove %1").arg(row.modelData.name)
 
         onClicked: row.removed()
+        onVisualFocusChanged: {
+            if (visualFocus)
+                row.reached();
+        }
     }
 }

@@ -45,6 +45,7 @@ Rectangle {
         ConversationList {
             Layout.fillHeight: true
             Layout.fillWidth: true
+            Layout.minimumHeight: 80
             store: sidebar.store
         }
         Rectangle {

@@ -3,16 +3,17 @@
 
 #include "ui/imageformats.h"
 
-#include <QImageReader>
+#include "platform/images/imagefile.h"
 
 namespace lumora {
 
 QStringList ImageFormats::patterns()
 {
     QStringList patterns;
-    for (const QByteArray &format : QImageReader::supportedImageFormats()) {
-        const QString extension = QString::fromLatin1(format);
-        patterns << QStringLiteral("*.") + extension << QStringLiteral("*.") + extension.toUpper();
+    for (const QString &extension : readableImageExtensions()) {
+        const QString capitalised = extension.left(1).toUpper() + extension.mid(1);
+        for (const QString &written : {extension, extension.toUpper(), capitalised}) // dialogs tell cases apart
+            patterns << QStringLiteral("*.") + written;
     }
     return patterns;
 }

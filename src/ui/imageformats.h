@@ -20,7 +20,7 @@ class ImageFormats : public QObject
 public:
     using QObject::QObject;
 
-    /// Such as "*.png", in lower and in upper case.
+    /// Such as "*.png", in the cases that people write.
     static QStringList patterns();
 };
 

@@ -136,7 +136,7 @@ FileOutcome copyFile(const QString &from, const QString &to, const std::stop_tok
     for (QByteArray piece = source.read(pieceSize); !piece.isEmpty(); piece = source.read(pieceSize)) {
         if (copy.write(piece) != piece.size())
             return failure(what, copy.errorString());
-        if (stop.stop_requested())
+        if (stop.stop_requested()) // before the disk is waited for
             return failure(what, translated(QT_TRANSLATE_NOOP("lumora::Files", "it was stopped")));
     }
     if (source.error() != QFileDevice::NoError)

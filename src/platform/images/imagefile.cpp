@@ -34,12 +34,12 @@ private:
 
 // Formats of pixels. What draws its picture by a program (such as SVG and PDF) knows no bound for its time and may name
 // other files.
+constexpr std::array<QByteArrayView, 16> pixelFormats = {"png", "jpeg", "jpg", "webp", "gif",  "bmp",  "tiff", "tif",
+                                                         "ico", "pbm",  "pgm", "ppm",  "heic", "heif", "avif", "jxl"};
+
 bool isPixelFormat(const QByteArray &format)
 {
-    static constexpr std::array<QByteArrayView, 16> formats = {"png",  "jpeg", "jpg",  "webp", "gif", "bmp",
-                                                               "tiff", "tif",  "ico",  "pbm",  "pgm", "ppm",
-                                                               "heic", "heif", "avif", "jxl"};
-    return std::ranges::find(formats, QByteArrayView(format)) != formats.end();
+    return std::ranges::find(pixelFormats, QByteArrayView(format)) != pixelFormats.end();
 }
 
 /// An image file that was opened, and its header looked at.
@@ -111,6 +111,16 @@ private:
 };
 
 } // namespace
+
+QStringList readableImageExtensions()
+{
+    QStringList extensions;
+    for (const QByteArray &format : QImageReader::supportedImageFormats()) {
+        if (isPixelFormat(format))
+            extensions.append(QString::fromLatin1(format));
+    }
+    return extensions;
+}
 
 QSize imageSize(const QString &path)
 {

@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QSize>
 #include <QString>
+#include <QStringList>
 
 #include <chrono>
 #include <optional>
@@ -26,6 +27,9 @@ inline constexpr ImageLimits imageLimits{
     .decodedMebibytes = 400,
     .time = std::chrono::seconds(15),
 };
+
+/// The extensions of the files that can be read here, such as "png", in lower case.
+QStringList readableImageExtensions();
 
 /// The size in which the image is shown, turned upright. Reads only the file's header. Empty where it is no readable
 /// image, exceeds the limits, or has a header that does not say. Any thread.

@@ -37,8 +37,9 @@ bool startsWord(UChar32 character)
 
 bool continuesWord(UChar32 character)
 {
-    constexpr uint32_t marks = U_GC_M_MASK;
-    return startsWord(character) || (U_GET_GC_MASK(character) & marks) != 0;
+    constexpr UChar32 zeroWidthJoiner = 0x200D;
+    return startsWord(character) || character == zeroWidthJoiner ||
+           u_hasBinaryProperty(character, UCHAR_GRAPHEME_EXTEND);
 }
 
 /// The order of texts in which a and A are the same, a and ä are not.
