@@ -10,7 +10,8 @@ namespace lumora {
 
 // Any thread may ask.
 
-/// The words of a text: its longest runs of letters and digits, with the marks and joiners that belong to them. Views into the text.
+/// The words of a text: its longest runs of letters and digits, with the marks and joiners that belong to them. Views
+/// into the text.
 QList<QStringView> words(QStringView text);
 
 /// Where a word first occurs in a text, whatever its case and however its accents are encoded, inside longer words too;
