@@ -11,7 +11,7 @@ FileDialog {
 
     currentFolder: StandardPaths.standardLocations(StandardPaths.PicturesLocation)[0]
     fileMode: FileDialog.OpenFile
-    nameFilters: [qsTr("Images") + " (" + ImageFormats.patterns.join(" ") + ")"]
+    nameFilters: [qsTr("Images") + " (" + ImageFormats.patterns + ")"]
     title: qsTr("Attach Image")
 
     onAccepted: picked(selectedFile)

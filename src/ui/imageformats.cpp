@@ -7,7 +7,7 @@
 
 namespace lumora {
 
-QStringList ImageFormats::patterns()
+QString ImageFormats::patterns()
 {
     QStringList patterns;
     for (const QString &extension : readableImageExtensions()) {
@@ -15,7 +15,7 @@ QStringList ImageFormats::patterns()
         for (const QString &written : {extension, extension.toUpper(), capitalised}) // dialogs tell cases apart
             patterns << QStringLiteral("*.") + written;
     }
-    return patterns;
+    return patterns.join(u' ');
 }
 
 } // namespace lumora

@@ -4,7 +4,7 @@
 #pragma once
 
 #include <QObject>
-#include <QStringList>
+#include <QString>
 #include <QtQml/qqmlregistration.h>
 
 namespace lumora {
@@ -15,13 +15,13 @@ class ImageFormats : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
-    Q_PROPERTY(QStringList patterns READ patterns CONSTANT)
+    Q_PROPERTY(QString patterns READ patterns CONSTANT)
 
 public:
     using QObject::QObject;
 
-    /// Such as "*.png", in the cases that people write.
-    static QStringList patterns();
+    /// As a file dialog wants them: "*.png *.PNG" and so on, in the cases that people write.
+    static QString patterns();
 };
 
 } // namespace lumora
