@@ -90,7 +90,7 @@ void DocumentLibrary::startNextImport()
     const QString picked = m_waiting.takeFirst().toLocalFile();
     m_importing = ImportedDocument{.name = QFileInfo(picked).fileName(), .filename = freshFileName(picked)};
     const DocumentImport import{.picked = picked,
-                                .folder = storageDirectory().value(),
+                                .folder = storageDirectory().value_or(QString()),
                                 .document = m_importing,
                                 .pdf = m_pdf,
                                 .index = m_index,
