@@ -22,6 +22,9 @@ namespace lumora {
 
 namespace {
 
+/// After so many bytes the disk begins to write them, while the rest of the file is still being made.
+constexpr qint64 diskStride = 4 * 1024 * 1024;
+
 QString translated(const char *text)
 {
     return QCoreApplication::translate("lumora::Files", text);
@@ -111,10 +114,17 @@ FileOutcome replaceFile(const QString &path, const std::function<void(const Byte
     constexpr auto what = QT_TRANSLATE_NOOP("lumora::Files", "The file cannot be written: %1.");
     QSaveFile file(QFileInfo(path).isSymLink() ? QFileInfo(path).symLinkTarget() : path);
     bool isWritten = file.open(QIODevice::WriteOnly);
-    if (isWritten)
+    qint64 waiting = 0; // bytes that the disk was not told of
+    if (isWritten) {
         write([&](QByteArrayView piece) {
             isWritten = isWritten && file.write(piece.data(), piece.size()) == piece.size();
+            waiting += piece.size();
+            if (waiting < diskStride)
+                return;
+            waiting = 0;
+            ::sync_file_range(file.handle(), 0, 0, SYNC_FILE_RANGE_WRITE);
         });
+    }
     if (!isWritten)
         return failure(what, file.errorString());
     return putInPlace(file, what);
