@@ -49,7 +49,7 @@ void CodesTest::readsEachFormat_data()
                               << QLatin1String(type) + QLatin1String(": ") + QLatin1String(content);
     };
     add("QRCode", "https://example.org/menu?table=4", "QR Code");
-    add("DataMatrix", "Part 4711, batch 9", "Data Matrix");
+    add("DataMatrix", "Lot 4711, batch 9", "Data Matrix");
     add("Aztec", "Ticket A-113, seat 12", "Aztec");
     add("PDF417", "BOARDING PASS 0042", "PDF417");
     add("EAN-13", "4006381333931", "EAN-13");
