@@ -1,0 +1,60 @@
+# SPDX-FileCopyrightText: 2026 The Lumora developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+"""One example: what the model is asked, what it writes, and how its reply is judged."""
+
+from dataclasses import dataclass, field
+
+from .program import Chat, call, json_text, request
+
+
+@dataclass
+class Example:
+    """turns: the model's and the tools', the model's last. expect: see the README of this folder."""
+
+    task: str
+    typed: str
+    turns: list[dict] = field(default_factory=list)
+    expect: dict = field(default_factory=dict)
+    chat: Chat = field(default_factory=Chat)
+    structured: bool = False
+
+    def calls(self, tool: str, output: str, **arguments: str) -> "Example":
+        """The model calls a tool, which answers."""
+        self.turns.append({"role": "model", "text": call(tool, **arguments)})
+        self.turns.append({"role": "tool", "name": tool, "output": output})
+        self.expect["tool"] = tool
+        return self
+
+    def replies(self, text: str, **expect) -> "Example":
+        self.turns.append({"role": "model", "text": text})
+        self.expect.setdefault("tool", None)
+        self.expect.update(expect)
+        return self
+
+    def answers(self, card: dict, **expect) -> "Example":
+        """The reply is a structured answer."""
+        self.structured = True
+        return self.replies(json_text(card), structured=expect)
+
+    @property
+    def reply(self) -> str:
+        return self.turns[-1]["text"]
+
+    def length(self) -> int:
+        """Characters of what differs from one example to the other."""
+        return (
+            len(self.typed)
+            + sum(len(message.text) for message in self.chat.history)
+            + sum(len(turn.get("text") or turn["output"]) for turn in self.turns)
+        )
+
+    def as_json(self, whole: bool) -> str:
+        return json_text(
+            {
+                "task": self.task,
+                "request": request(self.chat, self.typed, self.structured, whole),
+                "turns": self.turns,
+                "expect": self.expect,
+            }
+        )

@@ -1,0 +1,48 @@
+# SPDX-FileCopyrightText: 2026 The Lumora developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+"""How often each task is drawn, and the stages of the curriculum."""
+
+import random
+from collections.abc import Callable
+
+from .example import Example
+from .speech import Speaker
+from .tasks import copying, dating, recalling, searching
+
+Maker = Callable[[Speaker], Example]
+
+TASKS: dict[str, tuple[tuple[Maker, float], ...]] = {}
+for module in (copying, dating, recalling, searching):
+    TASKS |= module.TASKS
+
+# Shares of the whole mix; they need not add up to anything.
+ALL = {"copy": 5, "drill.copy": 2, "drill.lookup": 3, "date": 9, "search": 30, "recall": 9}
+COPY = {"copy": 3, "drill.copy": 5, "drill.lookup": 4}
+SHORT = {"copy": 4, "drill.copy": 3, "drill.lookup": 3, "date": 10, "recall": 10, "search": 6}
+STAGES = {"copy": COPY, "short": SHORT, "all": ALL}
+
+LONGEST = 3400  # characters of an example, without the fixed texts
+LONGEST_OF_STAGE = {"copy": 700, "short": 1100, "all": LONGEST}
+
+
+class Mix:
+    """Draws examples of one split. tasks: only these, evenly."""
+
+    def __init__(self, seed: str, split: str, stage: str, tasks: list[str] | None = None):
+        self.speaker = Speaker(random.Random(seed), split)
+        shares = {task: 1 for task in tasks} if tasks else STAGES[stage]
+        self._names = list(shares)
+        self._weights = list(shares.values())
+        self._longest = LONGEST_OF_STAGE[stage]
+
+    def draw(self) -> Example:
+        """An example that is not too long."""
+        chance = self.speaker.chance
+        name = chance.choices(self._names, self._weights)[0]
+        makers = TASKS[name]
+        while True:
+            maker = chance.choices(makers, [weight for _, weight in makers])[0][0]
+            example = maker(self.speaker)
+            if example.length() <= self._longest:
+                return example

@@ -1,0 +1,82 @@
+# SPDX-FileCopyrightText: 2026 The Lumora developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+"""What the user said earlier in the chat."""
+
+from dataclasses import dataclass
+
+from ..example import Example
+from ..grammar import Phrases
+from ..speech import PHRASES, Speaker
+from ..textfiles import FOLDER, sections
+from ..values import Slots
+
+
+@dataclass
+class Memory:
+    """Something that people tell and ask for again. answer: how the model says it."""
+
+    name: str
+    tellings: Phrases
+    questions: Phrases
+    answers: Phrases
+
+
+def _memories() -> list[Memory]:
+    found = []
+    for name, lines in sections(FOLDER / "words" / "memories.txt"):
+        def marked(mark: str) -> Phrases:
+            return Phrases([line[1:].strip() for line in lines if line[0] == mark], f"memory {name} {mark}")
+
+        found.append(Memory(name, marked(">"), marked("?"), marked("=")))
+    return found
+
+
+MEMORIES = _memories()
+
+
+def small_talk(speaker: Speaker) -> tuple[str, str]:
+    """A message and its answer, to stand between others."""
+    intent = speaker.chance.choice(("greet", "thank", "how are you"))
+    return speaker.ask(f"talk.{intent}"), speaker.fixed(f"reply.{intent}")
+
+
+def _told(speaker: Speaker, memory: Memory, slots: Slots) -> tuple[str, str]:
+    phrase = memory.tellings.pick_or_seen(speaker.chance, speaker.split)
+    return speaker.typed(phrase, slots), speaker.fixed("reply.noted")
+
+
+def recall(speaker: Speaker) -> Example:
+    """Something told before, among other things; or something that never was."""
+    chance = speaker.chance
+    memories = chance.sample(MEMORIES, chance.randint(1, 4))
+    asked = memories[0]
+    slots = speaker.slots()
+    turns = [_told(speaker, memory, speaker.slots()) for memory in memories[1:]]
+    turns += [small_talk(speaker) for _ in range(chance.choice((0, 0, 1)))]
+    is_known = chance.random() < 0.8
+    if is_known:
+        turns.insert(chance.randint(0, len(turns)), _told(speaker, asked, slots))
+    typed = speaker.typed(asked.questions.pick(chance, speaker.split), slots)
+    example = Example("recall" if is_known else "recall.unknown", typed)
+    if not is_known:
+        chance.shuffle(turns)
+    for question, reply in turns:
+        example.chat.add(question, reply)
+    if not is_known:
+        return example.replies(speaker.fixed("reply.nottold"), refuses=True, contains=["not told me"])
+    answer = asked.answers.pick_any(chance)
+    return example.replies(answer.format_map(slots), contains=[slots[slot] for slot in _open(answer)])
+
+
+def _open(phrase: str) -> list[str]:
+    return [part.split("}")[0] for part in phrase.split("{")[1:]]
+
+
+def tell(speaker: Speaker) -> Example:
+    """Something that is told now: it is noted, and no more."""
+    question, reply = _told(speaker, speaker.chance.choice(MEMORIES), speaker.slots())
+    return Example("tell", question).replies(reply, contains=["remember"])
+
+
+TASKS = {"recall": ((recall, 5), (tell, 1))}
