@@ -12,12 +12,18 @@ Q_IMPORT_QML_PLUGIN(org_lumora_uiPlugin)
 
 namespace lumora {
 
-MainWindow::MainWindow(ChatStore *store)
+MainWindow::MainWindow(ChatStore *store, const std::optional<QString> &stateFile)
 {
+    if (stateFile)
+        m_memory.emplace(*stateFile);
+    QVariantMap properties = m_memory ? m_memory->remembered() : QVariantMap();
+    properties.insert(QStringLiteral("store"), QVariant::fromValue(store));
     m_engine.setNetworkAccessManagerFactory(&m_network);
     m_engine.addImportPath(QStringLiteral(":/qt/qml"));
-    m_engine.setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(store)}});
+    m_engine.setInitialProperties(properties);
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/org/lumora/ui/Main.qml")));
+    if (m_memory && window())
+        m_memory->watch(window());
 }
 
 QQuickWindow *MainWindow::window() const

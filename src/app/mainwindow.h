@@ -4,8 +4,11 @@
 #pragma once
 
 #include "app/refusingnetwork.h"
+#include "app/windowmemory.h"
 
 #include <QQmlApplicationEngine>
+
+#include <optional>
 
 class QQuickWindow;
 
@@ -17,8 +20,8 @@ class ChatStore;
 class MainWindow
 {
 public:
-    /// Shows the window. store must outlive it.
-    explicit MainWindow(ChatStore *store);
+    /// Shows the window. store must outlive it. stateFile: where its size is kept; none: it is not.
+    explicit MainWindow(ChatStore *store, const std::optional<QString> &stateFile = {});
 
     /// Null where the views could not be loaded; that is a fault of the build, and has been logged.
     QQuickWindow *window() const;
@@ -28,6 +31,7 @@ public:
 
 private:
     RefusingNetwork m_network;
+    std::optional<WindowMemory> m_memory;
     QQmlApplicationEngine m_engine;
 };
 

@@ -7,6 +7,8 @@
 #include "app/installation.h"
 #include "app/mainwindow.h"
 #include "app/singleinstance.h"
+#include "app/windowmemory.h"
+#include "platform/desktop/filedialogs.h"
 #include "platform/files/storagelocation.h"
 #include "store/chatstore.h"
 
@@ -31,7 +33,7 @@ int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString
     ChatStore store(SystemLanguageModel(std::move(service)), applicationSupport,
                     PdfTextReader{.helper = installedPdfHelper(programFolder)},
                     ImageReader{.helper = installedImageReader(programFolder)});
-    MainWindow window(&store);
+    MainWindow window(&store, windowStateFile());
     if (!window.window())
         return EXIT_FAILURE;
     if (instance)
@@ -45,6 +47,7 @@ void prepareApplication()
 {
     QCoreApplication::setApplicationName(QStringLiteral("Lumora"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LUMORA_VERSION));
+    preferPortalFileDialogs();
     QGuiApplication::setDesktopFileName(QStringLiteral("org.lumora.Lumora"));
 }
 

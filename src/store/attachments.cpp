@@ -23,27 +23,37 @@ std::optional<QString> ChatStore::imageURL(const QString &filename) const
 
 void ChatStore::attachImage(const QUrl &location)
 {
-    const std::optional<QString> folder = imagesDirectoryURL();
-    if (!folder) {
-        setErrorMessage(tr("Could not find local image storage."));
-        return;
-    }
     if (!location.isLocalFile()) {
         setErrorMessage(tr("Could not attach image: ") +
                         tr("The image is not on this computer. Copy it here, and attach the copy."));
         return;
     }
     const QString picked = location.toLocalFile();
-    const QString copy = *folder + u'/' + freshFileName(picked);
+    attachImage(freshFileName(picked), [&picked](const QString &copy) { return copyFile(picked, copy); });
+}
+
+void ChatStore::attachPicture(const QByteArray &png)
+{
+    attachImage(freshFileName(QStringLiteral("picture.png")), [&png](const QString &file) { return replaceFile(file, png); });
+}
+
+template <typename Store>
+void ChatStore::attachImage(const QString &name, Store store)
+{
+    const std::optional<QString> folder = imagesDirectoryURL();
+    if (!folder) {
+        setErrorMessage(tr("Could not find local image storage."));
+        return;
+    }
     FileOutcome failed = createFolder(*folder);
     if (!failed)
-        failed = copyFile(picked, copy);
+        failed = store(*folder + u'/' + name);
     if (failed) {
         setErrorMessage(tr("Could not attach image: ") + failed->description);
         return;
     }
     removePendingImage();
-    setPendingImageURL(copy);
+    setPendingImageURL(*folder + u'/' + name);
     setErrorMessage(QString());
 }
 

@@ -97,6 +97,8 @@ public:
     Q_INVOKABLE void deleteConversation(QUuid id);
     /// Copies a picked image; the next message carries the copy.
     Q_INVOKABLE void attachImage(const QUrl &location);
+    /// The same for a picture that is no file yet, as one from the clipboard.
+    void attachPicture(const QByteArray &png);
     Q_INVOKABLE void removePendingImage();
     Q_INVOKABLE void refreshAvailability();
     Q_INVOKABLE void send();
@@ -154,6 +156,10 @@ private:
     void startComposing(const QUuid &conversationID);
     void removeMessage(const QUuid &conversationID, qsizetype row);
     void appendMessage(ChatMessage message, const QUuid &conversationID);
+
+    // store/attachments.cpp
+    template <typename Store>
+    void attachImage(const QString &name, Store store);
 
     // generation/sending.cpp
     std::optional<QString> latestImageURL(const QUuid &conversationID) const;

@@ -55,4 +55,9 @@ FocusScope {
             onImageRequested: composer.imageRequested()
         }
     }
+    DropTarget {
+        choose: locations => [PickableFiles.imageAmong(locations)].filter(location => location.toString() !== "")
+
+        onChosen: locations => composer.store.attachImage(locations[0])
+    }
 }

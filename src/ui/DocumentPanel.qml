@@ -17,6 +17,19 @@ Item {
 
     signal documentRequested
 
+    // The keyboard goes on to the next document, or to the button that adds one.
+    function remove(document: var, row: int) {
+        const hadFocus = (list.itemAtIndex(row) as DocumentRow).isFocused;
+        library.remove(document);
+        if (!hadFocus)
+            return;
+        const next = list.itemAtIndex(Math.min(row, list.count - 1)) as DocumentRow;
+        if (next)
+            next.focusButton();
+        else
+            addButton.forceActiveFocus(Qt.TabFocusReason);
+    }
+
     implicitHeight: column.implicitHeight + 20
 
     ColumnLayout {
@@ -39,6 +52,8 @@ Item {
                 visible: panel.library.isImporting
             }
             IconButton {
+                id: addButton
+
                 hint: qsTr("Add a text, Markdown, or PDF document for local search")
                 symbol: Symbols.plus
                 text: qsTr("Add Document")
@@ -57,7 +72,9 @@ Item {
             boundsBehavior: Flickable.StopAtBounds
             cacheBuffer: 100000 // all rows are there for the keyboard
             clip: true
-            model: panel.library.documents
+            model: DocumentListModel {
+                library: panel.library
+            }
             spacing: 7
             visible: count > 0
 
@@ -65,7 +82,7 @@ Item {
                 width: list.width
 
                 onReached: list.positionViewAtIndex(index, ListView.Contain)
-                onRemoved: panel.library.remove(modelData)
+                onRemoved: panel.remove(document, index)
             }
         }
         PlainText {
@@ -73,7 +90,7 @@ Item {
             color: Theme.tertiaryText
             font.pixelSize: Theme.smallCaptionSize
             text: qsTr("Add a document to ask questions about it.")
-            visible: panel.library.documents.length === 0
+            visible: list.count === 0
             wrapMode: Text.Wrap
         }
         PlainText {
@@ -85,5 +102,10 @@ Item {
             visible: text !== ""
             wrapMode: Text.Wrap
         }
+    }
+    DropTarget {
+        choose: locations => PickableFiles.documentsAmong(locations)
+
+        onChosen: locations => locations.forEach(location => panel.library.add(location))
     }
 }

@@ -10,10 +10,16 @@ RowLayout {
     id: row
 
     required property int index
-    required property importedDocument modelData
+    required property importedDocument document
+
+    readonly property bool isFocused: button.activeFocus
 
     signal reached ///< by the keyboard
     signal removed
+
+    function focusButton() {
+        button.forceActiveFocus(Qt.TabFocusReason);
+    }
 
     spacing: 4
 
@@ -21,13 +27,15 @@ RowLayout {
         Layout.fillWidth: true
         font.pixelSize: Theme.captionSize
         symbol: Symbols.document
-        text: row.modelData.name
+        text: row.document.name
     }
     IconButton {
+        id: button
+
         implicitHeight: 22
         implicitWidth: 22
         symbol: Symbols.xmark
-        text: qsTr("Remove %1").arg(row.modelData.name)
+        text: qsTr("Remove %1").arg(row.document.name)
 
         onClicked: row.removed()
         onVisualFocusChanged: {

@@ -11,7 +11,7 @@ FileDialog {
 
     currentFolder: StandardPaths.standardLocations(StandardPaths.PicturesLocation)[0]
     fileMode: FileDialog.OpenFile
-    nameFilters: [qsTr("Images") + " (" + ImageFormats.patterns + ")"]
+    nameFilters: [qsTr("Images") + " (" + PickableFiles.imagePatterns + ")"]
     title: qsTr("Attach Image")
 
     onAccepted: picked(selectedFile)

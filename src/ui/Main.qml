@@ -10,6 +10,7 @@ ApplicationWindow {
     id: window
 
     required property ChatStore store
+    property real sidebarWidth: 250
 
     color: Theme.ground
     font.pixelSize: Theme.bodySize
@@ -25,9 +26,13 @@ ApplicationWindow {
 
         handle: SplitHandle {}
 
+        onResizingChanged: window.sidebarWidth = sidebar.width
+
         Sidebar {
+            id: sidebar
+
             SplitView.minimumWidth: 220
-            SplitView.preferredWidth: 250
+            SplitView.preferredWidth: window.sidebarWidth
             store: window.store
 
             onDocumentRequested: documentPicker.open()

@@ -54,6 +54,12 @@ ScrollView {
         topPadding: 4
         wrapMode: TextEdit.Wrap
 
+        Keys.onPressed: event => event.accepted = event.matches(StandardKey.Paste) && image.paste()
         onTextChanged: editor.store.draft = text
+    }
+    ImagePaste {
+        id: image
+
+        store: editor.store
     }
 }

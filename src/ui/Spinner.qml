@@ -18,7 +18,7 @@ Icon {
     source: Symbols.spinner
 
     RotationAnimator on rotation {
-        duration: 1000
+        duration: Theme.isAnimated ? 1000 : 6000
         from: 0
         loops: Animation.Infinite
         running: spinner.visible

@@ -4,31 +4,36 @@
 pragma Singleton
 
 import QtQuick
+import org.lumora.ui
 
-/// Colours, type sizes, spacings and radii of every view. Light or dark as the desktop's palette is.
+/// Colours, type sizes, spacings and radii of every view. Light or dark, accent and contrast are the desktop's.
 QtObject {
     id: theme
 
+    readonly property DesktopSettings desktop: DesktopSettings {}
     readonly property SystemPalette palette: SystemPalette {}
-    readonly property bool isDark: palette.window.hslLightness < 0.5
+
+    readonly property bool isDark: desktop.prefersDark || (!desktop.prefersLight && palette.window.hslLightness < 0.5)
+    readonly property bool isHighContrast: desktop.wantsHighContrast
+    readonly property bool isAnimated: !desktop.wantsReducedMotion
 
     // Grounds
-    readonly property color ground: isDark ? "#161618" : "#ffffff"
-    readonly property color sidebarGround: isDark ? "#1e1e21" : "#f4f4f6"
+    readonly property color ground: isDark ? (isHighContrast ? "#000000" : "#161618") : "#ffffff"
+    readonly property color sidebarGround: isDark ? (isHighContrast ? "#000000" : "#1e1e21") : isHighContrast ? "#ffffff" : "#f4f4f6"
     readonly property color raisedGround: isDark ? "#2c2c30" : "#ffffff"
     readonly property color fill: tint(isDark ? 0.06 : 0.04)
     readonly property color hoverFill: tint(isDark ? 0.09 : 0.07)
     readonly property color pressedFill: tint(isDark ? 0.13 : 0.11)
-    readonly property color hairline: tint(isDark ? 0.09 : 0.08)
+    readonly property color hairline: tint(isHighContrast ? 0.6 : isDark ? 0.09 : 0.08)
     readonly property color segment: isDark ? "#3a3a3e" : "#ffffff"
 
     // Text and symbols
-    readonly property color text: isDark ? "#ededee" : "#1d1d1f"
-    readonly property color secondaryText: isDark ? "#a8a8ad" : "#626267"
-    readonly property color tertiaryText: isDark ? "#8e8e93" : "#727277"
-    readonly property color accent: "#3a6ee8"
-    readonly property color accentText: "#ffffff"
-    readonly property color accentSymbol: isDark ? "#7aa2ff" : "#3a6ee8"
+    readonly property color text: isHighContrast ? tint(1) : isDark ? "#ededee" : "#1d1d1f"
+    readonly property color secondaryText: isHighContrast ? tint(0.88) : isDark ? "#a8a8ad" : "#626267"
+    readonly property color tertiaryText: isHighContrast ? tint(0.8) : isDark ? "#8e8e93" : "#6e6e73"
+    readonly property color accent: desktop.hasAccent ? desktop.accent : hasDesktopPalette ? palette.highlight : "#3a6ee8"
+    readonly property color accentText: contrast(accent, "#ffffff") >= 3 ? "#ffffff" : "#1d1d1f"
+    readonly property color accentSymbol: readable(accent, isHighContrast ? 7 : 4.5)
     readonly property color selection: Qt.alpha(accent, isDark ? 0.55 : 0.25)
     readonly property color selectedRow: Qt.alpha(accent, 0.16)
 
@@ -56,8 +61,32 @@ QtObject {
     readonly property int controlRadius: 8
     readonly property int rowRadius: 7
 
+    // Without a desktop's own palette, the toolkit highlights in a blue of its own.
+    readonly property bool hasDesktopPalette: !Qt.colorEqual(palette.highlight, "#308cc6")
+
     /// Black over a light ground, white over a dark one.
     function tint(strength: real): color {
         return isDark ? Qt.rgba(1, 1, 1, strength) : Qt.rgba(0, 0, 0, strength);
+    }
+
+    function luminance(of: color): real {
+        const linear = share => share <= 0.04045 ? share / 12.92 : Math.pow((share + 0.055) / 1.055, 2.4);
+        return 0.2126 * linear(of.r) + 0.7152 * linear(of.g) + 0.0722 * linear(of.b);
+    }
+
+    /// From 1, the same, to 21, black on white (WCAG 2.1).
+    function contrast(one: color, other: color): real {
+        const luminances = [luminance(one), luminance(other)];
+        return (Math.max(...luminances) + 0.05) / (Math.min(...luminances) + 0.05);
+    }
+
+    /// The colour, brought towards the text's colour until it stands out from the ground.
+    function readable(ink: color, least: real): color {
+        for (let share = 0; share < 1; share += 0.1) {
+            const mixed = Qt.tint(ink, Qt.alpha(text, share));
+            if (contrast(mixed, ground) >= least)
+                return mixed;
+        }
+        return text;
     }
 }

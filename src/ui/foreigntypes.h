@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "platform/desktop/desktopsettings.h"
 #include "store/chatstore.h"
 
 #include <QtQml/qqml.h>
@@ -25,6 +26,13 @@ struct DocumentLibraryForeign
     QML_FOREIGN(lumora::DocumentLibrary)
     QML_NAMED_ELEMENT(DocumentLibrary)
     QML_UNCREATABLE("The store creates its library.")
+};
+
+struct DesktopSettingsForeign
+{
+    Q_GADGET
+    QML_FOREIGN(lumora::DesktopSettings)
+    QML_NAMED_ELEMENT(DesktopSettings)
 };
 
 struct ImportedDocumentForeign

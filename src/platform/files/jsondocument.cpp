@@ -71,13 +71,12 @@ JsonValue JsonValue::at(qsizetype index) const
 
 QString JsonValue::text() const
 {
-    // Only a text that begins with a byte order mark needs the slower way, which keeps it: here it is a character.
-    const QByteArrayView bytes = utf8();
-    if (!bytes.startsWith("\xEF\xBB\xBF"))
-        return QString::fromUtf8(bytes);
+    // A byte order mark at the beginning is a character of the text like any other.
     QStringDecoder decoder(QStringDecoder::Utf8,
                            QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
-    return decoder(bytes);
+    QString text = decoder(utf8());
+    require(!decoder.hasError());
+    return text;
 }
 
 QByteArrayView JsonValue::utf8() const
@@ -120,8 +119,9 @@ JsonDocument::JsonDocument(QByteArray bytes)
     : m_bytes(std::move(bytes))
     , m_parsed(std::make_unique<Parsed>())
 {
-    // The parser takes a zero byte for the end of the text, and leaves the encoding of unescaped text to its caller.
-    require(!m_bytes.contains('\0') && QUtf8StringView(m_bytes).isValidUtf8());
+    // The parser takes a zero byte for the end of the text, and leaves the encoding of unescaped text to its caller,
+    // which looks at it once the text is wanted.
+    require(!m_bytes.contains('\0'));
     m_bytes.reserve(m_bytes.size() + readAhead);
     m_parsed->document.ParseInsitu<parseFlags>(m_bytes.data());
     require(!m_parsed->document.HasParseError());

@@ -57,11 +57,12 @@ private:
     const void *m_node; // the parser's own value
 };
 
-/// A whole JSON text, UTF-8, read strictly.
+/// A whole JSON text, read strictly.
 class JsonDocument
 {
 public:
-    /// Throws JsonError where the bytes are not one JSON value in valid UTF-8.
+    /// Throws JsonError where the bytes are not one JSON value. Whether its texts are valid UTF-8 shows when they are
+    /// read.
     explicit JsonDocument(QByteArray bytes);
     ~JsonDocument();
     Q_DISABLE_COPY_MOVE(JsonDocument)
