@@ -6,6 +6,7 @@
 #include <QFont>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QIcon>
 
 namespace lumora {
 
@@ -31,6 +32,11 @@ void chooseFont()
             return;
         }
     }
+}
+
+void chooseIcon()
+{
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.lumora.Lumora.svg")));
 }
 
 } // namespace lumora

@@ -9,4 +9,7 @@ namespace lumora {
 /// once the application object exists.
 void chooseFont();
 
+/// Gives the windows the program's icon, for desktops that do not find it by the desktop file.
+void chooseIcon();
+
 } // namespace lumora

@@ -54,6 +54,7 @@ void prepareApplication()
 int runProgram(std::shared_ptr<ModelService> service)
 {
     chooseFont();
+    chooseIcon();
     const std::optional<QString> applicationSupport = applicationSupportDirectory();
     const std::optional<QString> folder = storageFolder(applicationSupport);
     if (!folder)

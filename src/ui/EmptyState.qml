@@ -16,6 +16,7 @@ Item {
             color: Theme.accentSymbol
             height: 52
             source: Symbols.stack
+            weight: 1
             width: 52
         }
         PlainText {

@@ -48,11 +48,21 @@ void IconItem::setColor(const QColor &color)
     Q_EMIT colorChanged();
 }
 
+void IconItem::setWeight(qreal weight)
+{
+    if (qFuzzyCompare(m_weight, weight))
+        return;
+    m_weight = weight;
+    update();
+    Q_EMIT weightChanged();
+}
+
 void IconItem::paint(QPainter *painter)
 {
-    // The symbols are drawn in "currentColor".
+    // The symbols are drawn in "currentColor", with strokes of one weight.
     QByteArray svg = readResource(m_source);
     svg.replace("currentColor", m_color.name(QColor::HexRgb).toLatin1());
+    svg.replace("stroke-width=\"1.5\"", "stroke-width=\"" + QByteArray::number(m_weight) + '"');
     QSvgRenderer renderer;
     if (!svg.isEmpty() && renderer.load(svg))
         renderer.render(painter, boundingRect());
