@@ -10,7 +10,11 @@ from .program import Chat, call, json_text, request
 
 @dataclass
 class Example:
-    """turns: the model's and the tools', the model's last. expect: see the README of this folder."""
+    """turns: the model's and the tools', the model's last. expect: see the README of this folder.
+
+    needs_no_…: the reply would be wrong in a chat with an image, or with documents. remembers: it depends on
+    what was told before.
+    """
 
     task: str
     typed: str
@@ -18,6 +22,9 @@ class Example:
     expect: dict = field(default_factory=dict)
     chat: Chat = field(default_factory=Chat)
     structured: bool = False
+    needs_no_image: bool = False
+    needs_no_documents: bool = False
+    remembers: bool = False
 
     def calls(self, tool: str, output: str, **arguments: str) -> "Example":
         """The model calls a tool, which answers."""

@@ -35,7 +35,7 @@ def _sequence(line: str, at: int, nested: bool) -> tuple[list, int]:
     while at < len(line):
         sign = line[at]
         if sign == "\\":
-            text += {"n": "\n"}.get(line[at + 1], line[at + 1])
+            text += {"n": "\n", "t": "\t"}.get(line[at + 1], line[at + 1])
             at += 2
         elif sign == "[":
             choice, at = _choice(line, at + 1)

@@ -8,18 +8,27 @@ from collections.abc import Callable
 
 from .example import Example
 from .speech import Speaker
-from .tasks import copying, dating, recalling, searching
+from .surroundings import surround
+from .tasks import copying, dating, declining, recalling, searching, seeing, talking
 
 Maker = Callable[[Speaker], Example]
 
 TASKS: dict[str, tuple[tuple[Maker, float], ...]] = {}
-for module in (copying, dating, recalling, searching):
+for module in (copying, dating, declining, recalling, searching, seeing, talking):
     TASKS |= module.TASKS
 
 # Shares of the whole mix; they need not add up to anything.
-ALL = {"copy": 5, "drill.copy": 2, "drill.lookup": 3, "date": 9, "search": 30, "recall": 9}
+ALL = {
+    "copy": 5, "drill.copy": 2, "drill.lookup": 3, "date": 9, "search": 30, "recall": 9, "image": 15, "barcode": 6,
+    "image.look": 3, "talk": 3, "help": 5,
+    "refuse": 10, "notool": 3,
+}  # fmt: skip
 COPY = {"copy": 3, "drill.copy": 5, "drill.lookup": 4}
-SHORT = {"copy": 4, "drill.copy": 3, "drill.lookup": 3, "date": 10, "recall": 10, "search": 6}
+SHORT = {
+    "copy": 4, "drill.copy": 3, "drill.lookup": 3, "date": 10, "recall": 10, "search": 6, "image": 8, "barcode": 6,
+    "image.look": 2, "talk": 2, "help": 3,
+    "refuse": 6, "notool": 2,
+}  # fmt: skip
 STAGES = {"copy": COPY, "short": SHORT, "all": ALL}
 
 LONGEST = 3400  # characters of an example, without the fixed texts
@@ -35,14 +44,19 @@ class Mix:
         self._names = list(shares)
         self._weights = list(shares.values())
         self._longest = LONGEST_OF_STAGE[stage]
+        self._has_surroundings = stage != "copy"
 
     def draw(self) -> Example:
         """An example that is not too long."""
-        chance = self.speaker.chance
-        name = chance.choices(self._names, self._weights)[0]
-        makers = TASKS[name]
         while True:
-            maker = chance.choices(makers, [weight for _, weight in makers])[0][0]
-            example = maker(self.speaker)
+            example = self._make(self.speaker.chance.choices(self._names, self._weights)[0])
+            if self._has_surroundings:
+                surround(self.speaker, example, self._make)
             if example.length() <= self._longest:
                 return example
+
+    def _make(self, task: str) -> Example:
+        makers = TASKS[task]
+        if len(makers) == 1:
+            return makers[0][0](self.speaker)
+        return self.speaker.chance.choices(makers, [weight for _, weight in makers])[0][0](self.speaker)

@@ -124,6 +124,19 @@ class Values:
         form = self.chance.choice(("${}", "€{}", "£{}", "{} euros", "{} dollars", "{} EUR", "{} pounds", "{} CHF"))
         return form.format(text)
 
+    def price(self) -> str:
+        """As it stands on a receipt."""
+        amount = f"{self.chance.randint(0, 60)}.{self.chance.choice(('00', '50', '90', '95', '99', self.digits(2, 2)))}"
+        return self.chance.choice(("{}", "{}", "${}", "{} €", "£{}", "{} EUR")).format(amount)
+
+    def bigprice(self) -> str:
+        amount = f"{self.chance.randint(4, 2400)}.{self.chance.randint(0, 99):02d}"
+        return self.chance.choice(("{}", "{}", "${}", "{} €", "£{}", "{} EUR", "CHF {}")).format(amount)
+
+    def iban(self) -> str:
+        country = self.chance.choice(("DE", "FR", "GB", "NL", "ES", "IT", "CH", "AT"))
+        return " ".join((country + self.digits(2, 2), self.digits(4, 4), self.digits(4, 4), self.digits(4, 4)))
+
     def phone(self) -> str:
         draw = self.chance.random()
         if draw < 0.3:
@@ -169,6 +182,12 @@ class Values:
             return f"{day} {month} {year}"
         number = MONTHS.index(month) + 1
         return self.chance.choice((f"{year}-{number:02d}-{day:02d}", f"{day:02d}.{number:02d}.{year}", f"{number}/{day}/{year}"))
+
+    def shortdate(self) -> str:
+        day, month, year = self.chance.randint(1, 28), self.chance.randint(1, 12), self.chance.randint(2015, 2039)
+        forms = (f"{day:02d}.{month:02d}.{year}", f"{month:02d}/{day:02d}/{year}", f"{year}-{month:02d}-{day:02d}",
+                 f"{day:02d}/{month:02d}/{year % 100}", f"{day} {MONTHS[month - 1][:3]} {year}")  # fmt: skip
+        return self.chance.choice(forms)
 
     def time(self) -> str:
         hour, minute = self.chance.randint(1, 12), self.chance.choice((0, 15, 30, 45, self.chance.randint(0, 59)))

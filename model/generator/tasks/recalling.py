@@ -58,7 +58,7 @@ def recall(speaker: Speaker) -> Example:
     if is_known:
         turns.insert(chance.randint(0, len(turns)), _told(speaker, asked, slots))
     typed = speaker.typed(asked.questions.pick(chance, speaker.split), slots)
-    example = Example("recall" if is_known else "recall.unknown", typed)
+    example = Example("recall" if is_known else "recall.unknown", typed, remembers=True)
     if not is_known:
         chance.shuffle(turns)
     for question, reply in turns:
