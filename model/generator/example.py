@@ -13,7 +13,7 @@ class Example:
     """turns: the model's and the tools', the model's last. expect: see the README of this folder.
 
     needs_no_…: the reply would be wrong in a chat with an image, or with documents. remembers: it depends on
-    what was told before.
+    what was told before. subject, points: what a structured answer takes its title and its key points from.
     """
 
     task: str
@@ -25,6 +25,8 @@ class Example:
     needs_no_image: bool = False
     needs_no_documents: bool = False
     remembers: bool = False
+    subject: str = ""
+    points: list[str] = field(default_factory=list)
 
     def calls(self, tool: str, output: str, **arguments: str) -> "Example":
         """The model calls a tool, which answers."""
@@ -43,6 +45,12 @@ class Example:
         """The reply is a structured answer."""
         self.structured = True
         return self.replies(json_text(card), structured=expect)
+
+    def take_reply_back(self) -> str:
+        """Makes room for a reply in another form; the one that was there."""
+        self.expect = {key: self.expect[key] for key in ("tool", "argument_contains", "refuses") if key in self.expect}
+        self.task = "card." + self.task
+        return self.turns.pop()["text"]
 
     @property
     def reply(self) -> str:

@@ -9,25 +9,26 @@ from collections.abc import Callable
 from .example import Example
 from .speech import Speaker
 from .surroundings import surround
-from .tasks import copying, dating, declining, recalling, searching, seeing, talking
+from .tasks import copying, dating, declining, recalling, searching, seeing, structuring, talking, working
 
 Maker = Callable[[Speaker], Example]
 
 TASKS: dict[str, tuple[tuple[Maker, float], ...]] = {}
-for module in (copying, dating, declining, recalling, searching, seeing, talking):
+for module in (copying, dating, declining, recalling, searching, seeing, structuring, talking, working):
     TASKS |= module.TASKS
 
 # Shares of the whole mix; they need not add up to anything.
 ALL = {
     "copy": 5, "drill.copy": 2, "drill.lookup": 3, "date": 9, "search": 30, "recall": 9, "image": 15, "barcode": 6,
     "image.look": 3, "talk": 3, "help": 5,
-    "refuse": 10, "notool": 3,
+    "refuse": 10, "notool": 3, "text": 9, "extract": 4, "shorten": 2, "list": 5,
+    "card": 12,
 }  # fmt: skip
 COPY = {"copy": 3, "drill.copy": 5, "drill.lookup": 4}
 SHORT = {
     "copy": 4, "drill.copy": 3, "drill.lookup": 3, "date": 10, "recall": 10, "search": 6, "image": 8, "barcode": 6,
     "image.look": 2, "talk": 2, "help": 3,
-    "refuse": 6, "notool": 2,
+    "refuse": 6, "notool": 2, "text": 5, "extract": 4, "shorten": 2, "list": 5,
 }  # fmt: skip
 STAGES = {"copy": COPY, "short": SHORT, "all": ALL}
 

@@ -70,6 +70,10 @@ class Speaker:
         """A phrasing of an intent, its slots still open."""
         return PHRASES[intent].pick(self.chance, self.split)
 
+    def phrase_or_seen(self, intent: str) -> str:
+        """The same; where the split has none, one that is for training."""
+        return PHRASES[intent].pick_or_seen(self.chance, self.split)
+
     def fixed(self, intent: str) -> str:
         """One of the texts of an intent that is not divided between the splits: what the model says."""
         return PHRASES[intent].pick_any(self.chance)

@@ -75,6 +75,8 @@ def read(path) -> list[Kind]:
     return kinds
 
 
+# Sections that serve kinds without such sections of their own.
+COMMON = {name: Phrases(lines, name) for name, lines in sections(FOLDER / "words" / "common.txt")}
 KINDS = {kind.name: kind for path in sorted((FOLDER / "kinds").glob("*.txt")) for kind in read(path)}
 OF_SPLIT = {split: [kind for kind in KINDS.values() if split_of(f"kind {kind.name}") == split] for split in SPLITS}
 

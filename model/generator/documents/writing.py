@@ -10,7 +10,7 @@ from textwrap import wrap
 from ..splits import TRAIN
 from ..speech import Speaker
 from ..values import Slots, capital
-from .kinds import OF_SPLIT, Fact, Kind
+from .kinds import COMMON, OF_SPLIT, Fact, Kind
 
 _ENDS = (".txt", ".md", ".pdf", ".pdf", ".txt", ".md", ".text")
 
@@ -30,6 +30,8 @@ class Document:
     kind: Kind
     told: list[Told]
     text: str
+    heading: str
+    steps: list[str]
 
 
 def some_kind(speaker: Speaker) -> Kind:
@@ -78,39 +80,52 @@ class Writer:
         return [self.tell(fact, self.new_slots(kind) if kind.fresh else slots, as_entries) for fact in chosen]
 
     def filler(self, kind: Kind, slots: Slots, section: str = "filler") -> str | None:
-        phrases = kind.text(section)
+        phrases = kind.text(section) or COMMON.get(section)
         return phrases and capital(phrases.pick_or_seen(self.chance, self.speaker.split).format_map(slots))
 
-    def write(self, kind: Kind, most: int = 6, without: str = "", slots: Slots | None = None) -> Document:
+    def write(
+        self, kind: Kind, most: int = 6, without: str = "", slots: Slots | None = None, with_steps: bool = False
+    ) -> Document:
         """A document with up to this many facts. without: a fact that is not to stand in it."""
         slots = slots if slots is not None else self.new_slots(kind)
         told = self.some_facts(kind, slots, most, without)
         sentences = [fact.sentence for fact in told]
         for _ in range(self.chance.choice((0, 0, 1, 1, 2))):
-            if text := self.filler(kind, slots):
+            text = self.filler(kind, slots)
+            if text and text not in sentences:
                 sentences.insert(self.chance.randint(0, len(sentences)), text)
-        heading = kind.text("heading") and self.filler(kind, slots, "heading")
-        return Document(file_name(self.speaker, kind, slots), kind, told, self.lay_out(sentences, heading))
+        steps = self.some_steps(kind, slots) if with_steps or self.chance.random() < 0.15 else []
+        heading = ""
+        if self.chance.random() < 0.6:
+            heading = self.filler(kind, slots, "heading") or ""
+        text = self.lay_out(sentences + steps, heading)
+        return Document(file_name(self.speaker, kind, slots), kind, told, text, heading, steps)
 
-    def lay_out(self, sentences: list[str], heading: str | None) -> str:
+    def some_steps(self, kind: Kind, slots: Slots) -> list[str]:
+        """Up to two sentences that ask the reader to do something."""
+        steps = (self.filler(kind, slots, "step") for _ in range(self.chance.choice((0, 1, 1, 2))))
+        return list(dict.fromkeys(step for step in steps if step))
+
+    def lay_out(self, sentences: list[str], heading: str) -> str:
+        """As prose, as lines or as a list."""
+        body = self._body(sentences)
+        if not heading:
+            return body
+        return self.chance.choice(("", "", "# ", "## ")) + heading + self.chance.choice(("\n\n", "\n")) + body
+
+    def _body(self, sentences: list[str]) -> str:
         chance = self.chance
         draw = chance.random()
-        ends = [sentence if sentence[-1] in ".!?" else sentence + "." for sentence in sentences]
         if draw < 0.5:
-            body = self.prose(ends if draw < 0.4 or all(s[-1] in ".!?" for s in sentences) else ends)
-        elif draw < 0.62:
-            body = "\n".join(sentences)
-        elif draw < 0.8:
+            return self.prose([sentence if sentence[-1] in ".!?" else sentence + "." for sentence in sentences])
+        if draw < 0.64:
+            return "\n".join(sentences)
+        if draw < 0.82:
             mark = chance.choice(("- ", "* ", "• ", "– "))
-            body = "\n".join(mark + sentence for sentence in sentences)
-        elif draw < 0.88:
-            body = "\n".join(f"{number}. {sentence}" for number, sentence in enumerate(sentences, 1))
-        else:
-            body = "\n\n".join(ends)
-        if not heading or chance.random() < 0.4:
-            return body
-        mark = chance.choice(("", "", "# ", "## "))
-        return mark + heading + chance.choice(("\n\n", "\n")) + body
+            return "\n".join(mark + sentence for sentence in sentences)
+        if draw < 0.9:
+            return "\n".join(f"{number}. {sentence}" for number, sentence in enumerate(sentences, 1))
+        return "\n\n".join(sentences)
 
     def prose(self, sentences: list[str]) -> str:
         paragraphs, rest = [], list(sentences)
@@ -120,5 +135,7 @@ class Writer:
             rest = rest[length:]
         if self.chance.random() < 0.25:
             width = self.chance.randint(44, 90)
-            paragraphs = ["\n".join(wrap(text, width, break_long_words=False, break_on_hyphens=False)) for text in paragraphs]
+            paragraphs = [
+                "\n".join(wrap(text, width, break_long_words=False, break_on_hyphens=False)) for text in paragraphs
+            ]
         return self.chance.choice(("\n\n", "\n\n", "\n")).join(paragraphs)

@@ -3,89 +3,112 @@
 
 """Questions about documents, which the search tool looks up."""
 
-import re
-
-from ..documents.search import excerpt, is_stop_word, output, results, search_phrase, words_of
+from ..documents.asking import Question, ended, flat, with_question
+from ..documents.search import excerpt, output, results, search_phrase, words_of
 from ..documents.writing import Document, Told, Writer, some_kind
 from ..example import Example
 from ..program import SEARCH, selected_tools
 from ..speech import Speaker
+from ..values import Slots
 
-_SPACE = re.compile(r"\s+")
-
-
-class Question:
-    """A question that is asked of a library. typed: as it was written; meant: without its slips."""
-
-    def __init__(self, speaker: Speaker, told: Told, titles: list[str], title: str):
-        self.speaker = speaker
-        bare = told.fact.questions.pick(speaker.chance, speaker.split)
-        titled = speaker.chance.random() < 0.12
-        phrase = _wrapped(speaker, bare, titled)
-        told.slots["title"] = title
-        self.meant = phrase.format_map(told.slots)
-        self.typed = self.meant
-        self.words = [
-            word for slot in re.findall(r"\{(\w+)\}", bare) for word in words_of(told.slots[slot]) if not is_stop_word(word)
-        ]
-        for _ in range(8):
-            typed = speaker.typed(phrase, told.slots)
-            if SEARCH in selected_tools(typed, False, titles) and len(typed.split()) == len(self.meant.split()):
-                self.typed = typed
-                break
-        self.search = search_phrase(self.meant, self.typed)
+_UNANSWERED = 0.3
+_TITLED = 0.12
+_MOST_SENTENCES = 3
 
 
-def _wrapped(speaker: Speaker, bare: str, titled: bool) -> str:
-    wrap = speaker.phrase("search.titled" if titled else "search.wrap")
-    return wrap.replace("{question}", bare).replace("{ask}", bare if bare.startswith("{") else bare[0].lower() + bare[1:])
+def _typed(speaker: Speaker, phrase: str, slots: Slots, titles: list[str]) -> tuple[str, str]:
+    """The phrase as it is typed, and the search phrase that it calls for. It keeps a word that offers the search."""
+    meant = phrase.format_map(slots)
+    for _ in range(8):
+        typed = speaker.typed(phrase, slots)
+        if SEARCH in selected_tools(typed, False, titles) and len(typed.split()) == len(meant.split()):
+            return typed, search_phrase(meant, typed)
+    return meant, search_phrase(meant, meant)
 
 
-def _library(speaker: Speaker, writer: Writer, subject: Document, told: Told) -> list[Document]:
-    """The document and others, some of the same kind about something else."""
-    documents = [subject]
+def _distractors(speaker: Speaker, writer: Writer, question: Question, kind) -> list[Document]:
+    """Documents about other things, some of them of the same kind."""
+    documents = []
     for _ in range(speaker.chance.choice((0, 1, 1, 2, 2, 3))):
-        same = speaker.chance.random() < 0.4
-        kind = subject.kind if same else some_kind(speaker)
-        documents.append(writer.write(kind, most=4, without=told.fact.name if same else ""))
-    speaker.chance.shuffle(documents)
+        if speaker.chance.random() < 0.4:
+            without = "" if question.names_something else question.told.fact.name
+            documents.append(writer.write(kind, most=4, without=without))
+        else:
+            documents.append(writer.write(some_kind(speaker), most=4))
     return documents
 
 
-def flat(text: str) -> str:
-    return _SPACE.sub(" ", text)
+def _silent(writer: Writer, subject: Document, told: Told) -> Document:
+    """A document about the same thing that does not state the fact."""
+    if subject.kind.fresh:
+        return writer.write(subject.kind)
+    return writer.write(subject.kind, without=told.fact.name, slots=told.slots)
+
+
+def _library(speaker: Speaker) -> tuple[Question, list[Document], bool]:
+    """A question, documents, and whether one of them answers it. No two do."""
+    writer = Writer(speaker)
+    while True:
+        subject = writer.write(some_kind(speaker))
+        told = speaker.chance.choice(subject.told)
+        question = Question(speaker, told)
+        told.slots["title"] = subject.title
+        is_answered = speaker.chance.random() > _UNANSWERED
+        documents = [subject if is_answered else _silent(writer, subject, told)]
+        documents += _distractors(speaker, writer, question, subject.kind)
+        speaker.chance.shuffle(documents)
+        answers = sum(question.is_answered_by(other) for document in documents for other in document.told)
+        titles = {document.title for document in documents}
+        if answers == is_answered and len(titles) == len(documents):
+            return question, documents, is_answered
 
 
 def answer(speaker: Speaker) -> Example:
     """A fact that a document states; or, near to it, one that none states."""
-    writer = Writer(speaker)
-    subject = writer.write(some_kind(speaker))
-    told = speaker.chance.choice(subject.told)
-    documents = _library(speaker, writer, subject, told)
-    question = Question(speaker, told, [document.title for document in documents], subject.title)
-    if speaker.chance.random() < 0.3:
-        documents = _without(writer, documents, subject, told)
-    found = results(documents, question.search, speaker.chance)
-    example = Example("search.answer", question.typed)
-    example.chat.documents = [document.title for document in documents]
-    example.calls(SEARCH, output(found, question.search), query=question.search)
-    example.expect["argument_contains"] = question.words
-    sentence = flat(told.sentence)
-    holder = next((doc for doc in found if sentence in flat(excerpt(doc.text, question.search))), None)
+    while True:
+        question, documents, is_answered = _library(speaker)
+        titles = [document.title for document in documents]
+        wrap = speaker.phrase("search.titled" if speaker.chance.random() < _TITLED else "search.wrap")
+        typed, phrase = _typed(speaker, with_question(wrap, question.bare), question.told.slots, titles)
+        found = results(documents, phrase, speaker.chance)
+        sentence = flat(question.told.sentence)
+        holder = next((document for document in found if sentence in flat(excerpt(document.text, phrase))), None)
+        if is_answered == (holder is not None):
+            break
+    example = Example("search.answer" if holder else "search.nothing", typed, subject=phrase)
+    example.chat.documents = titles
+    example.calls(SEARCH, output(found, phrase), query=phrase)
+    example.expect["argument_contains"] = question.key_words
     if holder is None:
-        example.task = "search.nothing"
         return example.replies(speaker.fixed("reply.notfound"), refuses=True, contains=["nothing about that"])
-    reply = speaker.fixed("reply.found").format(sentence=sentence, title=holder.title)
-    return example.replies(reply, contains=[sentence], cites=holder.title)
+    return _cited(speaker, example, [sentence], holder)
 
 
-def _without(writer: Writer, documents: list[Document], subject: Document, told: Told) -> list[Document]:
-    """The same library, but the fact stands nowhere in it."""
-    others = [document for document in documents if document is not subject]
-    slots = None if subject.kind.fresh else told.slots
-    if len(subject.kind.facts) > 1:
-        others.append(writer.write(subject.kind, without=told.fact.name, slots=slots))
-    return others
+def _cited(speaker: Speaker, example: Example, sentences: list[str], holder: Document) -> Example:
+    example.points = sentences
+    reply = speaker.fixed("reply.found").format(sentence=" ".join(sentences), title=holder.title)
+    return example.replies(reply, contains=sentences, cites=holder.title)
 
 
-TASKS = {"search": ((answer, 1),)}
+def sum_up(speaker: Speaker) -> Example:
+    """What a document that is named says: its first statements."""
+    writer = Writer(speaker)
+    while True:
+        subject = writer.write(some_kind(speaker))
+        documents = [subject] + [writer.write(some_kind(speaker), most=3) for _ in range(speaker.chance.choice((0, 1, 1, 2)))]
+        slots = Slots(speaker.values, title=subject.title)
+        titles = [document.title for document in documents]
+        typed, phrase = _typed(speaker, speaker.phrase("search.sumup"), slots, titles)
+        found = results(documents, phrase, speaker.chance)
+        if found and found[0] is subject:
+            break
+    shown = flat(excerpt(subject.text, phrase))
+    sentences = [sentence for told in subject.told if (sentence := flat(told.sentence)) in shown][:_MOST_SENTENCES]
+    example = Example("search.sumup", typed, subject=subject.title)
+    example.chat.documents = titles
+    example.calls(SEARCH, output(found, phrase), query=phrase)
+    example.expect["argument_contains"] = words_of(subject.title.rpartition(".")[0])[:1]
+    return _cited(speaker, example, [ended(sentence) for sentence in sentences], subject)
+
+
+TASKS = {"search": ((answer, 9), (sum_up, 1))}

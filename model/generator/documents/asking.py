@@ -1,0 +1,53 @@
+# SPDX-FileCopyrightText: 2026 The Lumora developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+"""Questions about a fact."""
+
+import re
+
+from ..speech import Speaker
+from .search import is_stop_word, words_of
+from .writing import Told
+
+_SLOT = re.compile(r"\{(\w+)\}")
+_SPACE = re.compile(r"\s+")
+
+
+def flat(text: str) -> str:
+    """The text with one blank for every run of white space."""
+    return _SPACE.sub(" ", text)
+
+
+def ended(sentence: str) -> str:
+    return sentence if sentence[-1] in ".!?" else sentence + "."
+
+
+def with_question(phrase: str, bare: str) -> str:
+    """A phrasing around a question, whose own slots stay open."""
+    small = bare if bare[0] == "{" else bare[0].lower() + bare[1:]
+    return phrase.replace("{question}", bare).replace("{ask}", small)
+
+
+class Question:
+    """Asks for a fact. bare: the question without what people say around it, its slots open."""
+
+    def __init__(self, speaker: Speaker, told: Told):
+        self.told = told
+        self.bare = told.fact.questions.pick(speaker.chance, speaker.split)
+        self._names = [name[0].lower() + name[1:] for name in _SLOT.findall(self.bare)]
+
+    @property
+    def names_something(self) -> bool:
+        """Whether it says what it is about, so that another document can say the same of something else."""
+        return bool(self._names)
+
+    @property
+    def key_words(self) -> list[str]:
+        """What a search for it must contain: the words that tell it from other questions of the kind."""
+        return [word for name in self._names for word in words_of(self.told.slots[name]) if not is_stop_word(word)]
+
+    def is_answered_by(self, other: Told) -> bool:
+        """Whether another statement would answer it as well."""
+        if other.fact is not self.told.fact:
+            return False
+        return all(other.slots[name] == self.told.slots[name] for name in self._names)
