@@ -17,7 +17,7 @@ from .splits import DEVELOPMENT, FINAL, TRAIN, place_of, split_of
 
 MOST_TRIES = 400
 WHOLE_LINES_HELD_OUT = 0.05
-FEWEST_DIVIDED = 4
+FEWEST_DIVIDED = 3
 MANY = 60
 
 
@@ -106,7 +106,7 @@ class Phrases:
         if number >= MANY:
             self._owners = [split_of(line, WHOLE_LINES_HELD_OUT) for line in lines]
         else:
-            self._held_out = _first_by_hash(self._sequences) if number >= FEWEST_DIVIDED else {}
+            self._held_out = _first_by_hash(self._sequences, name) if number >= FEWEST_DIVIDED else {}
         self._of_split: dict[str, list] = {}
 
     def __len__(self) -> int:
@@ -153,7 +153,9 @@ class Phrases:
         return any(self._split_of(expand(sequence, chance)) == split for _ in range(MANY))
 
 
-def _first_by_hash(sequences: list) -> dict[str, str]:
+def _first_by_hash(sequences: list, name: str) -> dict[str, str]:
     phrases = sorted({phrase for sequence in sequences for phrase in all_of(sequence)}, key=place_of)
-    each = max(1, len(phrases) // 8)
+    each = len(phrases) // 8
+    if not each:  # one, for the one or the other
+        return {phrases[0]: DEVELOPMENT if place_of(name) < 0.5 else FINAL}
     return {phrase: DEVELOPMENT for phrase in phrases[:each]} | {phrase: FINAL for phrase in phrases[each : 2 * each]}

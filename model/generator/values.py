@@ -20,6 +20,7 @@ _WORD_LISTS = {
     "food": "foods", "ingredient": "ingredients", "animal": "animals", "job": "jobs", "event": "events",
     "paper": "papers", "fee": "fees", "codename": "codes", "unit": "units", "hobby": "hobbies",
     "instrument": "instruments", "country": "countries", "subject": "subjects",
+    "bodypart": "parts of the body", "material": "materials",
 }  # fmt: skip
 
 
@@ -107,6 +108,9 @@ class Values:
     def small(self) -> str:
         return str(self.chance.randint(2, 30))
 
+    def goals(self) -> str:
+        return str(self.chance.randint(0, 5))
+
     def count(self) -> str:
         return str(self.chance.randint(2, 900))
 
@@ -163,6 +167,9 @@ class Values:
 
     # Dates and times
 
+    def medicine(self) -> str:
+        return capital(self.words.invented(2)) + self.chance.choice(("in", "ol", "ex", "um", "an"))
+
     def weekday(self) -> str:
         return self.chance.choice(WEEKDAYS)
 
@@ -182,6 +189,9 @@ class Values:
             return f"{day} {month} {year}"
         number = MONTHS.index(month) + 1
         return self.chance.choice((f"{year}-{number:02d}-{day:02d}", f"{day:02d}.{number:02d}.{year}", f"{number}/{day}/{year}"))
+
+    def gate(self) -> str:
+        return self.chance.choice("ABCDEFGH") + str(self.chance.randint(1, 60))
 
     def shortdate(self) -> str:
         day, month, year = self.chance.randint(1, 28), self.chance.randint(1, 12), self.chance.randint(2015, 2039)

@@ -33,7 +33,7 @@ class Question:
 
     def __init__(self, speaker: Speaker, told: Told):
         self.told = told
-        self.bare = told.fact.questions.pick(speaker.chance, speaker.split)
+        self.bare = told.fact.questions.pick_or_seen(speaker.chance, speaker.split)
         self._names = [name[0].lower() + name[1:] for name in _SLOT.findall(self.bare)]
 
     @property
@@ -51,3 +51,8 @@ class Question:
         if other.fact is not self.told.fact:
             return False
         return all(other.slots[name] == self.told.slots[name] for name in self._names)
+
+    def is_ambiguous_beside(self, other: Told) -> bool:
+        """Whether another kind of document states such a thing, too, and the question does not say which is meant."""
+        fact = self.told.fact
+        return not self._names and other.fact is not fact and other.fact.topic == fact.topic

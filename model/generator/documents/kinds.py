@@ -31,6 +31,11 @@ class Fact:
     entries: Phrases | None
     questions: Phrases
 
+    @property
+    def topic(self) -> str:
+        """Facts of several kinds of documents share one where they could be meant by the same question."""
+        return self.name.partition("/")[2]
+
 
 @dataclass
 class Kind:

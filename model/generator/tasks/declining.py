@@ -43,7 +43,7 @@ def without_documents(speaker: Speaker) -> Example:
     """A question about documents where there are none."""
     kind = some_kind(speaker)
     fact = speaker.chance.choice(kind.facts)
-    bare = fact.questions.pick(speaker.chance, speaker.split)
+    bare = fact.questions.pick_or_seen(speaker.chance, speaker.split)
     wrap = speaker.phrase("search.wrap")
     phrase = wrap.replace("{question}", bare).replace("{ask}", bare if bare[0] == "{" else bare[0].lower() + bare[1:])
     example = Example("search.nodocuments", speaker.typed(phrase, Slots(speaker.values, kind.slots)))

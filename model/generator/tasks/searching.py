@@ -57,7 +57,10 @@ def _library(speaker: Speaker) -> tuple[Question, list[Document], bool]:
         documents = [subject if is_answered else _silent(writer, subject, told)]
         documents += _distractors(speaker, writer, question, subject.kind)
         speaker.chance.shuffle(documents)
-        answers = sum(question.is_answered_by(other) for document in documents for other in document.told)
+        stated = [other for document in documents for other in document.told]
+        answers = sum(question.is_answered_by(other) for other in stated)
+        if any(question.is_ambiguous_beside(other) for other in stated):
+            continue
         titles = {document.title for document in documents}
         if answers == is_answered and len(titles) == len(documents):
             return question, documents, is_answered
