@@ -102,9 +102,12 @@ class Phrases:
         self._sequences = [parse(line) for line in lines]
         self._owners = [TRAIN for _ in lines]
         self._held_out: dict[str, str] | None = None
+        self._reserved: set[str] = set()
         number = len(self)
         if number >= MANY:
             self._owners = [split_of(line, WHOLE_LINES_HELD_OUT) for line in lines]
+            held_lines = (seq for seq, owner in zip(self._sequences, self._owners) if owner != TRAIN)
+            self._reserved = {phrase for sequence in held_lines for phrase in all_of(sequence)}
         else:
             self._held_out = _first_by_hash(self._sequences, name) if number >= FEWEST_DIVIDED else {}
         self._of_split: dict[str, list] = {}
@@ -133,7 +136,10 @@ class Phrases:
     def pick_any(self, chance: random.Random) -> str:
         return expand(self._sequences[int(chance.random() * len(self._sequences))], chance)
 
-    def _split_of(self, phrase: str) -> str:
+    def _split_of(self, phrase: str) -> str | None:
+        """The split of a phrasing of an open line; none where a held-out line has it, too."""
+        if phrase in self._reserved:
+            return None
         return split_of(phrase) if self._held_out is None else self._held_out.get(phrase, TRAIN)
 
     def _lines_of(self, split: str) -> list:

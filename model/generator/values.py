@@ -63,6 +63,10 @@ class Values:
     def person(self) -> str:
         return f"{self.first()} {self.last()}"
 
+    def username(self) -> str:
+        """As people introduce themselves."""
+        return self.first() if self._below(0.5) else self.person()
+
     def titled(self) -> str:
         return f"{self.chance.choice(('Mr', 'Ms', 'Dr', 'Mrs', 'Professor'))} {self.last()}"
 

@@ -6,16 +6,10 @@
 #include "platform/text/textrules.h"
 
 #include <algorithm>
-#include <array>
 
 namespace lumora {
 
 namespace {
-
-constexpr std::array<QStringView, 4> dateToolKeywords = {u"today", u"current date", u"current time", u"what time"};
-constexpr std::array<QStringView, 3> barcodeKeywords = {u"barcode", u"qr code", u"qr-code"};
-constexpr std::array<QStringView, 4> ocrKeywords = {u"read", u"text", u"ocr", u"word"};
-constexpr std::array<QStringView, 4> documentKeywords = {u"document", u"file", u"pdf", u"notes"};
 
 template <typename Keywords>
 bool containsAny(const QString &text, const Keywords &keywords)

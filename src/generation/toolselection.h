@@ -6,7 +6,16 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
+
 namespace lumora {
+
+// The words that call for each tool. One for a barcode goes before one for text.
+inline constexpr std::array<QStringView, 4> dateToolKeywords = {u"today", u"current date", u"current time",
+                                                                u"what time"};
+inline constexpr std::array<QStringView, 3> barcodeKeywords = {u"barcode", u"qr code", u"qr-code"};
+inline constexpr std::array<QStringView, 4> ocrKeywords = {u"read", u"text", u"ocr", u"word"};
+inline constexpr std::array<QStringView, 4> documentKeywords = {u"document", u"file", u"pdf", u"notes"};
 
 /// The tools that a request's words call for.
 struct ToolSelection

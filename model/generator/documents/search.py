@@ -25,15 +25,16 @@ def is_stop_word(word: str) -> bool:
     return word.lower().replace("’", "'").removesuffix("'s") in _STOP_WORDS or not word
 
 
-def search_phrase(meant: str, typed: str) -> str:
+def search_phrase(meant: str, typed: str, title: str = "") -> str:
     """The words of a question that a search is about, as they were typed.
 
-    meant: the question without slips, word for word the same.
+    meant: the question without slips, word for word the same. title: of a document, whose words all count.
     """
     kept = []
+    whole = {word.strip(_AROUND) for word in title.split()}
     for word, as_typed in zip(meant.split(), typed.split()):
         word, as_typed = word.strip(_AROUND), as_typed.strip(_AROUND)
-        if not is_stop_word(word):
+        if word in whole or not is_stop_word(word):
             kept.append(as_typed.removesuffix("'s").removesuffix("’s"))
     return " ".join(kept)
 

@@ -3,6 +3,8 @@
 
 """Questions about documents, which the search tool looks up."""
 
+from dataclasses import replace
+
 from ..documents.asking import Question, ended, flat, with_question
 from ..documents.search import excerpt, output, results, search_phrase, words_of
 from ..documents.writing import Document, Told, Writer, some_kind
@@ -19,11 +21,12 @@ _MOST_SENTENCES = 3
 def _typed(speaker: Speaker, phrase: str, slots: Slots, titles: list[str]) -> tuple[str, str]:
     """The phrase as it is typed, and the search phrase that it calls for. It keeps a word that offers the search."""
     meant = phrase.format_map(slots)
+    title = slots["title"] if "{title}" in phrase else ""
     for _ in range(8):
         typed = speaker.typed(phrase, slots)
         if SEARCH in selected_tools(typed, False, titles) and len(typed.split()) == len(meant.split()):
-            return typed, search_phrase(meant, typed)
-    return meant, search_phrase(meant, meant)
+            return typed, search_phrase(meant, typed, title)
+    return meant, search_phrase(meant, meant, title)
 
 
 def _distractors(speaker: Speaker, writer: Writer, question: Question, kind) -> list[Document]:
@@ -39,10 +42,12 @@ def _distractors(speaker: Speaker, writer: Writer, question: Question, kind) -> 
 
 
 def _silent(writer: Writer, subject: Document, told: Told) -> Document:
-    """A document about the same thing that does not state the fact."""
+    """A document of the same name, about the same thing, that does not state the fact."""
     if subject.kind.fresh:
-        return writer.write(subject.kind)
-    return writer.write(subject.kind, without=told.fact.name, slots=told.slots)
+        document = writer.write(subject.kind)
+    else:
+        document = writer.write(subject.kind, without=told.fact.name, slots=told.slots)
+    return replace(document, title=subject.title)
 
 
 def _library(speaker: Speaker) -> tuple[Question, list[Document], bool]:
