@@ -34,7 +34,7 @@ void confine()
 void limitBusyWaiting()
 {
     // NOLINTNEXTLINE(concurrency-mt-unsafe): there is one thread yet
-    setenv("GOMP_SPINCOUNT", "10000", 0);
+    setenv("GOMP_SPINCOUNT", "1000", 0);
 }
 
 } // namespace lumora::service

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// lumora-pictures FOLDER light|dark [ltr|rtl]: writes a picture of each state of the window, at its least size and at a
+// common one.
+
+#include "app/appearance.h"
+#include "app/mainwindow.h"
+#include "pictures/states.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+#include <QQuickWindow>
+#include <QTest>
+
+#include <cstdio>
+#include <cstdlib>
+
+using namespace lumora;
+
+namespace {
+
+constexpr int timeout = 10000; // ms
+constexpr int settling = 400;  // ms: images are read, texts laid out
+
+void darken()
+{
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor("#202020"));
+    palette.setColor(QPalette::WindowText, Qt::white);
+    QGuiApplication::setPalette(palette);
+}
+
+bool takePicture(const WindowState &state, QSize size, const QString &path)
+{
+    StoreFixture files;
+    state.prepare(files);
+    const auto store = files.start();
+    const MainWindow main(store.get());
+    QQuickWindow *window = main.window();
+    if (!window)
+        return false;
+    window->resize(size);
+    state.act(*store);
+    if (!QTest::qWaitForWindowExposed(window) || !QTest::qWaitFor([&] { return state.hasCome(*store); }, timeout)) {
+        std::fprintf(stderr, "The state \"%s\" does not come.\n", qPrintable(state.name));
+        return false;
+    }
+    QTest::qWait(settling);
+    return window->grabWindow().save(path);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    const QGuiApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    if (arguments.size() < 3) {
+        std::fputs("usage: lumora-pictures FOLDER light|dark [rtl]\n", stderr);
+        return EXIT_FAILURE;
+    }
+    chooseFont();
+    if (arguments[2] == "dark")
+        darken();
+    if (arguments.contains("rtl"))
+        QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+
+    bool isComplete = true;
+    for (const WindowState &state : windowStates()) {
+        for (const QSize size : {QSize(760, 520), QSize(1280, 800)}) {
+            const QString name =
+                QString("%1/%2-%3x%4.png").arg(arguments[1], state.name).arg(size.width()).arg(size.height());
+            isComplete = takePicture(state, size, name) && isComplete;
+        }
+    }
+    return isComplete ? EXIT_SUCCESS : EXIT_FAILURE;
+}
