@@ -21,7 +21,7 @@ for module in (copying, dating, declining, recalling, searching, seeing, structu
 ALL = {
     "copy": 5, "drill.copy": 2, "drill.lookup": 3, "date": 9, "search": 30, "recall": 9, "image": 15, "barcode": 6,
     "image.look": 3, "talk": 3, "help": 5,
-    "refuse": 10, "notool": 3, "text": 9, "extract": 4, "shorten": 2, "list": 5,
+    "refuse": 10, "notool": 3, "text": 9, "extract": 4, "shorten": 2, "list": 5, "followup": 3,
     "card": 12,
 }  # fmt: skip
 COPY = {"copy": 3, "drill.copy": 5, "drill.lookup": 4}
@@ -32,7 +32,7 @@ SHORT = {
 }  # fmt: skip
 STAGES = {"copy": COPY, "short": SHORT, "all": ALL}
 
-LONGEST = 3400  # characters of an example, without the fixed texts
+LONGEST = 4200  # characters of an example, without the fixed texts
 LONGEST_OF_STAGE = {"copy": 700, "short": 1100, "all": LONGEST}
 
 

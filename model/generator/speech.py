@@ -8,7 +8,7 @@ import re
 
 from .grammar import Phrases
 from .textfiles import FOLDER, sections
-from .values import Slots, Values
+from .values import Slots, Values, fill
 
 _NEIGHBOURS = {
     "a": "sq", "b": "vn", "c": "xv", "d": "sf", "e": "wr", "f": "dg", "g": "fh", "h": "gj", "i": "uo", "j": "hk",
@@ -17,6 +17,7 @@ _NEIGHBOURS = {
 }  # fmt: skip
 _WORD = re.compile(r"(?<![\w{’'])[a-z]{4,}(?![\w}’'])")
 _SLOT = re.compile(r"\{\w+\}")
+_WITH_ADDRESS = 0.1
 
 
 def load(folder: str = "phrases") -> dict[str, Phrases]:
@@ -67,8 +68,14 @@ class Speaker:
         return Slots(self.values, **known)
 
     def phrase(self, intent: str) -> str:
-        """A phrasing of an intent, its slots still open."""
-        return PHRASES[intent].pick(self.chance, self.split)
+        """A phrasing of an intent, its slots still open; sometimes with a word before or after it."""
+        phrase = PHRASES[intent].pick(self.chance, self.split)
+        if "{text}" in phrase or intent.startswith("talk.") or self.chance.random() > _WITH_ADDRESS:
+            return phrase
+        if self.chance.random() < 0.7:
+            before = PHRASES["say.before"].pick(self.chance, self.split)
+            return f"{before} {phrase if phrase[0] in '{[' else phrase[0].lower() + phrase[1:]}"
+        return f"{phrase} {PHRASES['say.after'].pick(self.chance, self.split)}"
 
     def phrase_or_seen(self, intent: str) -> str:
         """The same; where the split has none, one that is for training."""
@@ -80,7 +87,7 @@ class Speaker:
 
     def typed(self, phrase: str, slots: Slots) -> str:
         """The phrasing as somebody types it. What is in its slots stays as it is."""
-        return self.roughened(phrase).format_map(slots)
+        return fill(self.roughened(phrase), slots)
 
     def ask(self, intent: str, **known: str) -> str:
         return self.typed(self.phrase(intent), self.slots(**known))

@@ -4,10 +4,11 @@
 """What fills the slots of phrasings: people, amounts, dates, codes, and so on.
 
 A slot names its kind: {person}, {money}, {date}. A number behind it makes it another one of the kind, {person2}; a
-capital letter at its beginning begins its value with one.
+capital letter at its beginning begins its value with one. {verb_ed} is the participle of {verb}.
 """
 
 import random
+import re
 
 from .words import Words
 
@@ -20,7 +21,8 @@ _WORD_LISTS = {
     "food": "foods", "ingredient": "ingredients", "animal": "animals", "job": "jobs", "event": "events",
     "paper": "papers", "fee": "fees", "codename": "codes", "unit": "units", "hobby": "hobbies",
     "instrument": "instruments", "country": "countries", "subject": "subjects",
-    "bodypart": "parts of the body", "material": "materials",
+    "bodypart": "parts of the body", "material": "materials", "plant": "plants", "verb": "verbs", "spouse": "spouses",
+    "offspring": "offspring", "role": "roles", "vehicle": "vehicles",
 }  # fmt: skip
 
 
@@ -44,6 +46,18 @@ class Values:
         if maker is None or kind in ("make", "words", "chance"):
             raise KeyError(f"there is no kind of value that is called {kind}")
         return maker()
+
+    def near(self, kind: str, value: str) -> str:
+        """Another value of the kind; of two words, mostly one is the same."""
+        words = value.split(" ")
+        for _ in range(20):
+            other = self.make(kind)
+            new = other.split(" ")
+            if len(words) == len(new) == 2 and self._below(0.7):
+                other = f"{words[0]} {new[1]}" if self._below(0.5) else f"{new[0]} {words[1]}"
+            if other != value:
+                return other
+        return self.name()
 
     def _below(self, share: float) -> bool:
         return self.chance.random() < share
@@ -249,6 +263,29 @@ class Slots(dict):
     def __missing__(self, slot: str) -> str:
         if slot[0].isupper():
             return capital(self[slot[0].lower() + slot[1:]])
+        if slot.startswith("verb"):
+            return self._verb(slot.removesuffix("_ed"), slot.endswith("_ed"))
         value = self._values.make(self._kinds.get(slot) or slot.rstrip("0123456789"))
         self[slot] = value
         return value
+
+    def _verb(self, slot: str, is_participle: bool) -> str:
+        """Both forms of a verb, of which one is asked for: "open", and "opened" for a slot that ends in _ed."""
+        self[slot], self[slot + "_ed"] = self._values.make("verb").split("/")
+        return self[slot + "_ed"] if is_participle else self[slot]
+
+
+_ARTICLE = re.compile(r"\b([Aa]) (?=[aeio](?!ne\b|u))")
+
+
+def fill(phrase: str, slots: Slots) -> str:
+    """The phrasing with its slots filled: with “an” where a value wants it, and one full stop where two would meet.
+
+    A given text, {text}, stays as it is.
+    """
+    text = phrase.format_map(slots)
+    if "{text}" in phrase:
+        return text
+    if ".." in text and "..." not in text:
+        text = text.replace("..", ".")
+    return _ARTICLE.sub(r"\1n ", text)

@@ -13,6 +13,11 @@ _SLOT = re.compile(r"\{(\w+)\}")
 _SPACE = re.compile(r"\s+")
 
 
+def slots_in(phrase: str) -> list[str]:
+    """The slots of a phrasing, each once, without their capitals."""
+    return list(dict.fromkeys(name[0].lower() + name[1:] for name in _SLOT.findall(phrase)))
+
+
 def flat(text: str) -> str:
     """The text with one blank for every run of white space."""
     return _SPACE.sub(" ", text)
@@ -29,30 +34,25 @@ def with_question(phrase: str, bare: str) -> str:
 
 
 class Question:
-    """Asks for a fact. bare: the question without what people say around it, its slots open."""
+    """Asks for a fact. bare: the question without what people say around it, its slots open. names: of these slots."""
 
     def __init__(self, speaker: Speaker, told: Told):
         self.told = told
         self.bare = told.fact.questions.pick_or_seen(speaker.chance, speaker.split)
-        self._names = [name[0].lower() + name[1:] for name in _SLOT.findall(self.bare)]
-
-    @property
-    def names_something(self) -> bool:
-        """Whether it says what it is about, so that another document can say the same of something else."""
-        return bool(self._names)
+        self.names = slots_in(self.bare)
 
     @property
     def key_words(self) -> list[str]:
         """What a search for it must contain: the words that tell it from other questions of the kind."""
-        return [word for name in self._names for word in words_of(self.told.slots[name]) if not is_stop_word(word)]
+        return [word for name in self.names for word in words_of(self.told.slots[name]) if not is_stop_word(word)]
 
     def is_answered_by(self, other: Told) -> bool:
         """Whether another statement would answer it as well."""
         if other.fact is not self.told.fact:
             return False
-        return all(other.slots[name] == self.told.slots[name] for name in self._names)
+        return all(other.slots[name] == self.told.slots[name] for name in self.names)
 
     def is_ambiguous_beside(self, other: Told) -> bool:
         """Whether another kind of document states such a thing, too, and the question does not say which is meant."""
         fact = self.told.fact
-        return not self._names and other.fact is not fact and other.fact.topic == fact.topic
+        return not self.names and other.fact is not fact and other.fact.topic == fact.topic

@@ -17,11 +17,14 @@ A file of kinds has these sections, all but the first and the facts optional:
     ? how somebody asks about it
 """
 
+import re
 from dataclasses import dataclass, field
 
 from ..grammar import FEWEST_DIVIDED, Phrases
-from ..splits import SPLITS, TRAIN, split_of
+from ..splits import SPLITS, split_of
 from ..textfiles import FOLDER, sections
+
+_SLOT = re.compile(r"\{(\w+)\}")
 
 
 @dataclass
@@ -30,6 +33,7 @@ class Fact:
     statements: Phrases
     entries: Phrases | None
     questions: Phrases
+    slots: frozenset[str]
 
     @property
     def topic(self) -> str:
@@ -47,9 +51,6 @@ class Kind:
     texts: dict[str, Phrases] = field(default_factory=dict)
     facts: list[Fact] = field(default_factory=list)
 
-    def text(self, section: str) -> Phrases | None:
-        return self.texts.get(section)
-
 
 def _fact(kind: str, name: str, lines: list[str]) -> Fact:
     def marked(mark: str) -> Phrases | None:
@@ -61,7 +62,8 @@ def _fact(kind: str, name: str, lines: list[str]) -> Fact:
         raise ValueError(f"the fact {name} of {kind} is not complete")
     if len(questions) < FEWEST_DIVIDED:
         raise ValueError(f"too few ways to ask for {name} of {kind}")
-    return Fact(f"{kind}/{name}", statements, marked("="), questions)
+    slots = frozenset(slot.lower() for line in lines for slot in _SLOT.findall(line))
+    return Fact(f"{kind}/{name}", statements, marked("="), questions, slots)
 
 
 def read(path) -> list[Kind]:
@@ -84,8 +86,3 @@ def read(path) -> list[Kind]:
 COMMON = {name: Phrases(lines, name) for name, lines in sections(FOLDER / "words" / "common.txt")}
 KINDS = {kind.name: kind for path in sorted((FOLDER / "kinds").glob("*.txt")) for kind in read(path)}
 OF_SPLIT = {split: [kind for kind in KINDS.values() if split_of(f"kind {kind.name}") == split] for split in SPLITS}
-
-
-def kinds_of(split: str) -> list[Kind]:
-    """The kinds that only this split has, then those that are for training."""
-    return OF_SPLIT[split] + (OF_SPLIT[TRAIN] if split != TRAIN else [])

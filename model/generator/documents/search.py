@@ -25,13 +25,13 @@ def is_stop_word(word: str) -> bool:
     return word.lower().replace("’", "'").removesuffix("'s") in _STOP_WORDS or not word
 
 
-def search_phrase(meant: str, typed: str, title: str = "") -> str:
+def search_phrase(meant: str, typed: str, names: list[str]) -> str:
     """The words of a question that a search is about, as they were typed.
 
-    meant: the question without slips, word for word the same. title: of a document, whose words all count.
+    meant: the question without slips, word for word the same. names: in the question, whose words all count.
     """
     kept = []
-    whole = {word.strip(_AROUND) for word in title.split()}
+    whole = {word.strip(_AROUND) for name in names for word in name.split()}
     for word, as_typed in zip(meant.split(), typed.split()):
         word, as_typed = word.strip(_AROUND), as_typed.strip(_AROUND)
         if word in whole or not is_stop_word(word):

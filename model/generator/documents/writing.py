@@ -1,16 +1,16 @@
 # SPDX-FileCopyrightText: 2026 The Lumora developers
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-"""Writes documents of a kind: which facts, in which words, laid out how."""
+"""Writes documents of a kind: which facts, in which words."""
 
 import random
-from dataclasses import dataclass
-from textwrap import wrap
+from dataclasses import dataclass, replace
 
-from ..splits import TRAIN
 from ..speech import Speaker
-from ..values import Slots, capital
+from ..splits import TRAIN
+from ..values import Slots, capital, fill
 from .kinds import COMMON, OF_SPLIT, Fact, Kind
+from .layout import lay_out
 
 _ENDS = (".txt", ".md", ".pdf", ".pdf", ".txt", ".md", ".text")
 
@@ -26,6 +26,8 @@ class Told:
 
 @dataclass
 class Document:
+    """steps: its sentences that ask the reader to do something."""
+
     title: str
     kind: Kind
     told: list[Told]
@@ -43,14 +45,17 @@ def some_kind(speaker: Speaker) -> Kind:
 
 
 def file_name(speaker: Speaker, kind: Kind, slots: Slots) -> str:
-    titles = kind.text("title")
-    name = titles.pick_or_seen(speaker.chance, speaker.split).format_map(slots)
-    draw = speaker.chance.random()
+    chance = speaker.chance
+    if chance.random() < 0.1:
+        name = chance.choice(("scan", "Document", "doc", "text", "file", slots["name"])) + chance.choice("_- ")
+        return name + speaker.values.digits(1, 4) + chance.choice(_ENDS)
+    name = kind.texts["title"].pick_or_seen(chance, speaker.split).format_map(slots)
+    draw = chance.random()
     if draw < 0.2:
-        name = name.replace(" ", speaker.chance.choice("_-"))
+        name = name.replace(" ", chance.choice("_-"))
     if draw > 0.85:
         name = name.lower()
-    return name.replace("/", "-") + speaker.chance.choice(_ENDS)
+    return name.replace("/", "-") + chance.choice(_ENDS)
 
 
 class Writer:
@@ -58,84 +63,89 @@ class Writer:
         self.speaker = speaker
         self.chance: random.Random = speaker.chance
 
-    def new_slots(self, kind: Kind) -> Slots:
-        return Slots(self.speaker.values, kind.slots)
+    def new_slots(self, kind: Kind, **known: str) -> Slots:
+        return Slots(self.speaker.values, kind.slots, **known)
 
-    def tell(self, fact: Fact, slots: Slots, as_entry: bool) -> Told:
+    def near_slots(self, kind: Kind, known: dict[str, str]) -> Slots:
+        """Slots in which one of these values is another one, but alike."""
+        known = dict(known)
+        changed = self.chance.choice(list(known))
+        known[changed] = self.speaker.values.near(kind.slots.get(changed, changed.rstrip("0123456789")), known[changed])
+        return self.new_slots(kind, **known)
+
+    def tell(self, fact: Fact, slots: Slots, as_entry: bool = False) -> Told:
         phrases = fact.entries if as_entry and fact.entries else fact.statements
-        phrase = phrases.pick_or_seen(self.chance, self.speaker.split)
-        return Told(fact, slots, capital(phrase.format_map(slots)))
-
-    def some_facts(self, kind: Kind, slots: Slots, most: int, without: str) -> list[Told]:
-        """In the order of the kind, or mixed."""
-        known = [fact for fact in kind.facts if fact.name != without]
-        if kind.fresh:
-            chosen = [self.chance.choice(known) for _ in range(self.chance.randint(1, most))]
-        else:
-            number = min(len(known), self.chance.randint(1, most))
-            chosen = [known[place] for place in sorted(self.chance.sample(range(len(known)), number))]
-            if self.chance.random() < 0.3:
-                self.chance.shuffle(chosen)
-        as_entries = self.chance.random() < 0.25
-        return [self.tell(fact, self.new_slots(kind) if kind.fresh else slots, as_entries) for fact in chosen]
-
-    def filler(self, kind: Kind, slots: Slots, section: str = "filler") -> str | None:
-        phrases = kind.text(section) or COMMON.get(section)
-        return phrases and capital(phrases.pick_or_seen(self.chance, self.speaker.split).format_map(slots))
+        sentence = capital(fill(phrases.pick_or_seen(self.chance, self.speaker.split), slots))
+        if phrases is fact.entries and self.chance.random() < 0.15 and ": " in sentence:
+            sentence = "**" + sentence.replace(": ", ":** ", 1)
+        return Told(fact, slots, sentence)
 
     def write(
-        self, kind: Kind, most: int = 6, without: str = "", slots: Slots | None = None, with_steps: bool = False
+        self,
+        kind: Kind,
+        most: int = 6,
+        slots: Slots | None = None,
+        without: str = "",
+        must: tuple[Told, ...] = (),
+        about: dict[str, str] | None = None,
     ) -> Document:
-        """A document with up to this many facts. without: a fact that is not to stand in it."""
+        """A document with up to this many facts beside those that it must state.
+
+        without: a fact that it does not state beside them. about: slots that some of the facts share, where each has
+        its own.
+        """
         slots = slots if slots is not None else self.new_slots(kind)
-        told = self.some_facts(kind, slots, most, without)
+        told = self._some_facts(kind, slots, self.chance.randint(0 if must else 1, most), without, about or {})
+        for fact in must:
+            told.insert(self.chance.randint(0, len(told)), fact)
         sentences = [fact.sentence for fact in told]
-        for _ in range(self.chance.choice((0, 0, 1, 1, 2))):
-            text = self.filler(kind, slots)
-            if text and text not in sentences:
+        for _ in range(self.chance.choice((0, 0, 1, 1, 2 + most // 4))):
+            text = self._common(kind, slots, "filler")
+            if text not in sentences:
                 sentences.insert(self.chance.randint(0, len(sentences)), text)
-        steps = self.some_steps(kind, slots) if with_steps or self.chance.random() < 0.15 else []
-        heading = ""
-        if self.chance.random() < 0.6:
-            heading = self.filler(kind, slots, "heading") or ""
-        text = self.lay_out(sentences + steps, heading)
+        steps = self._some_steps(kind, slots)
+        heading = self._common(kind, slots, "heading") if self.chance.random() < 0.6 else ""
+        text = lay_out(self.chance, sentences + steps, heading)
         return Document(file_name(self.speaker, kind, slots), kind, told, text, heading, steps)
 
-    def some_steps(self, kind: Kind, slots: Slots) -> list[str]:
-        """Up to two sentences that ask the reader to do something."""
-        steps = (self.filler(kind, slots, "step") for _ in range(self.chance.choice((0, 1, 1, 2))))
-        return list(dict.fromkeys(step for step in steps if step))
+    def _some_facts(self, kind: Kind, slots: Slots, number: int, without: str, about: dict[str, str]) -> list[Told]:
+        """In the order of the kind, or mixed."""
+        as_entries = self.chance.random() < 0.25
+        if kind.fresh:
+            chosen = [self.chance.choice(kind.facts) for _ in range(number)]
+            return [self.tell(fact, self._own_slots(kind, fact, without, about), as_entries) for fact in chosen]
+        facts = [fact for fact in kind.facts if fact.name != without]
+        number = min(len(facts), number)
+        chosen = [facts[place] for place in sorted(self.chance.sample(range(len(facts)), number))]
+        if self.chance.random() < 0.3:
+            self.chance.shuffle(chosen)
+        return [self.tell(fact, slots, as_entries) for fact in chosen]
 
-    def lay_out(self, sentences: list[str], heading: str) -> str:
-        """As prose, as lines or as a list."""
-        body = self._body(sentences)
-        if not heading:
-            return body
-        return self.chance.choice(("", "", "# ", "## ")) + heading + self.chance.choice(("\n\n", "\n")) + body
+    def _own_slots(self, kind: Kind, fact: Fact, without: str, about: dict[str, str]) -> Slots:
+        shares = fact.name != without and not fact.slots.isdisjoint(about) and self.chance.random() < 0.4
+        return self.new_slots(kind, **about) if shares else self.new_slots(kind)
 
-    def _body(self, sentences: list[str]) -> str:
-        chance = self.chance
-        draw = chance.random()
-        if draw < 0.5:
-            return self.prose([sentence if sentence[-1] in ".!?" else sentence + "." for sentence in sentences])
-        if draw < 0.64:
-            return "\n".join(sentences)
-        if draw < 0.82:
-            mark = chance.choice(("- ", "* ", "• ", "– "))
-            return "\n".join(mark + sentence for sentence in sentences)
-        if draw < 0.9:
-            return "\n".join(f"{number}. {sentence}" for number, sentence in enumerate(sentences, 1))
-        return "\n\n".join(sentences)
+    def _common(self, kind: Kind, slots: Slots, section: str) -> str:
+        phrases = kind.texts.get(section) or COMMON[section]
+        if kind.texts.get(section) and section in COMMON and self.chance.random() < 0.3:
+            phrases = COMMON[section]
+        return capital(fill(phrases.pick_or_seen(self.chance, self.speaker.split), slots))
 
-    def prose(self, sentences: list[str]) -> str:
-        paragraphs, rest = [], list(sentences)
-        while rest:
-            length = self.chance.randint(1, 5)
-            paragraphs.append(" ".join(rest[:length]))
-            rest = rest[length:]
-        if self.chance.random() < 0.25:
-            width = self.chance.randint(44, 90)
-            paragraphs = [
-                "\n".join(wrap(text, width, break_long_words=False, break_on_hyphens=False)) for text in paragraphs
-            ]
-        return self.chance.choice(("\n\n", "\n\n", "\n")).join(paragraphs)
+    def _some_steps(self, kind: Kind, slots: Slots) -> list[str]:
+        """Up to two sentences that ask the reader to do something, one document in four."""
+        if self.chance.random() < 0.75:
+            return []
+        steps = (self._common(kind, slots, "step") for _ in range(self.chance.choice((1, 1, 2))))
+        return list(dict.fromkeys(steps))
+
+    def lengthened(self, document: Document, parts: int) -> Document:
+        """The document with more of other kinds before and after it, in as many parts."""
+        others = [self.write(some_kind(self.speaker), 7) for _ in range(parts)]
+        place = self.chance.randint(0, parts)
+        whole = [*others[:place], document, *others[place:]]
+        return replace(
+            document,
+            told=[told for part in whole for told in part.told],
+            text="\n\n".join(part.text for part in whole),
+            steps=[step for part in whole for step in part.steps],
+        )

@@ -30,13 +30,35 @@ def refuse_near_tool(speaker: Speaker) -> Example:
 
 
 def date_without_tool(speaker: Speaker) -> Example:
-    """The date or the time, asked for without a word that makes the program offer its tool."""
-    for _ in range(20):
+    """The date or the time, asked for without a word that makes the program offer its tool, or with a slip in it."""
+    typed = speaker.ask("asktime")
+    while DATE in selected_tools(typed, False, []):
         typed = speaker.ask("asktime")
-        if DATE not in selected_tools(typed, False, []):
-            break
+    if speaker.chance.random() < 0.25:
+        typed = _slipped_date(speaker) or typed
     example = Example("date.notool", typed)
     return example.replies(speaker.fixed("reply.askdate"), refuses=True, contains=["today's date"])
+
+
+def _slipped_date(speaker: Speaker) -> str | None:
+    for _ in range(12):
+        typed = speaker.with_slips(speaker.phrase(speaker.chance.choice(("date.date", "date.time"))))
+        if DATE not in selected_tools(typed, False, []):
+            return typed
+    return None
+
+
+def unknown_fact(speaker: Speaker) -> Example:
+    """A fact that the user never told, asked for without a word that makes the program offer the search."""
+    while True:
+        kind = some_kind(speaker)
+        fact = speaker.chance.choice(kind.facts)
+        phrase = fact.questions.pick_or_seen(speaker.chance, speaker.split)
+        typed = speaker.typed(phrase, Slots(speaker.values, kind.slots))
+        if not selected_tools(typed, True, ["-"]):
+            break
+    example = Example("unknown", typed, remembers=True)
+    return example.replies(speaker.fixed("reply.nottold"), refuses=True, contains=["not told me"])
 
 
 def without_documents(speaker: Speaker) -> Example:
@@ -53,5 +75,5 @@ def without_documents(speaker: Speaker) -> Example:
 
 TASKS = {
     "refuse": ((refuse, 4), (refuse_near_tool, 2)),
-    "notool": ((date_without_tool, 1), (without_documents, 1)),
+    "notool": ((date_without_tool, 1), (without_documents, 1), (unknown_fact, 1)),
 }

@@ -9,7 +9,7 @@ from ..example import Example
 from ..grammar import Phrases
 from ..speech import PHRASES, Speaker
 from ..textfiles import FOLDER, sections
-from ..values import Slots
+from ..values import Slots, fill
 
 
 @dataclass
@@ -57,7 +57,7 @@ def recall(speaker: Speaker) -> Example:
     is_known = chance.random() < 0.8
     if is_known:
         turns.insert(chance.randint(0, len(turns)), _told(speaker, asked, slots))
-    typed = speaker.typed(asked.questions.pick(chance, speaker.split), slots)
+    typed = speaker.typed(asked.questions.pick_or_seen(chance, speaker.split), slots)
     example = Example("recall" if is_known else "recall.unknown", typed, remembers=True)
     if not is_known:
         chance.shuffle(turns)
@@ -66,7 +66,7 @@ def recall(speaker: Speaker) -> Example:
     if not is_known:
         return example.replies(speaker.fixed("reply.nottold"), refuses=True, contains=["not told me"])
     answer = asked.answers.pick_any(chance)
-    return example.replies(answer.format_map(slots), contains=[slots[slot] for slot in _open(answer)])
+    return example.replies(fill(answer, slots), contains=[slots[slot] for slot in _open(answer)])
 
 
 def _open(phrase: str) -> list[str]:
@@ -79,4 +79,22 @@ def tell(speaker: Speaker) -> Example:
     return Example("tell", question).replies(reply, contains=["remember"])
 
 
-TASKS = {"recall": ((recall, 5), (tell, 1))}
+def say_again(speaker: Speaker) -> Example:
+    """The last answer, or the last question."""
+    chance = speaker.chance
+    example = Example("recall.again", "", remembers=True)
+    turns = [small_talk(speaker) for _ in range(chance.choice((0, 0, 1)))]
+    for memory in chance.sample(MEMORIES, chance.randint(1, 2)):
+        turns.append(_told(speaker, memory, speaker.slots()))
+    asked, slots = chance.choice(MEMORIES), speaker.slots()
+    phrase = asked.questions.pick_or_seen(chance, speaker.split)
+    turns.append((speaker.typed(phrase, slots), fill(asked.answers.pick_any(chance), slots)))
+    for question, reply in turns:
+        example.chat.add(question, reply)
+    wants_answer = chance.random() < 0.6
+    example.typed = speaker.ask("recall.last" if wants_answer else "recall.question")
+    reply = turns[-1][1 if wants_answer else 0]
+    return example.replies(reply, exact=reply)
+
+
+TASKS = {"recall": ((recall, 8), (tell, 1.5), (say_again, 1))}

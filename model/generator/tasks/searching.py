@@ -3,90 +3,73 @@
 
 """Questions about documents, which the search tool looks up."""
 
-from dataclasses import replace
-
-from ..documents.asking import Question, ended, flat, with_question
+from ..documents.asking import ended, flat, slots_in, with_question
+from ..documents.cases import Case, case
 from ..documents.search import excerpt, output, results, search_phrase, words_of
 from ..documents.writing import Document, Told, Writer, some_kind
 from ..example import Example
 from ..program import SEARCH, selected_tools
 from ..speech import Speaker
-from ..values import Slots
+from ..values import Slots, fill
 
 _UNANSWERED = 0.3
 _TITLED = 0.12
 _MOST_SENTENCES = 3
+_PARTS = (0,) * 6 + (1, 1, 3, 5, 8, 8)  # of other kinds in the documents, which makes some of them long
+_NAMES = ("person", "company", "item", "city", "name")
 
 
 def _typed(speaker: Speaker, phrase: str, slots: Slots, titles: list[str]) -> tuple[str, str]:
     """The phrase as it is typed, and the search phrase that it calls for. It keeps a word that offers the search."""
-    meant = phrase.format_map(slots)
-    title = slots["title"] if "{title}" in phrase else ""
+    meant = fill(phrase, slots)
+    names = [slots[slot] for slot in slots_in(phrase)]
     for _ in range(8):
         typed = speaker.typed(phrase, slots)
         if SEARCH in selected_tools(typed, False, titles) and len(typed.split()) == len(meant.split()):
-            return typed, search_phrase(meant, typed, title)
-    return meant, search_phrase(meant, meant, title)
+            return typed, search_phrase(meant, typed, names)
+    return meant, search_phrase(meant, meant, names)
 
 
-def _distractors(speaker: Speaker, writer: Writer, question: Question, kind) -> list[Document]:
-    """Documents about other things, some of them of the same kind."""
-    documents = []
-    for _ in range(speaker.chance.choice((0, 1, 1, 2, 2, 3))):
-        if speaker.chance.random() < 0.4:
-            without = "" if question.names_something else question.told.fact.name
-            documents.append(writer.write(kind, most=4, without=without))
-        else:
-            documents.append(writer.write(some_kind(speaker), most=4))
-    return documents
-
-
-def _silent(writer: Writer, subject: Document, told: Told) -> Document:
-    """A document of the same name, about the same thing, that does not state the fact."""
-    if subject.kind.fresh:
-        document = writer.write(subject.kind)
-    else:
-        document = writer.write(subject.kind, without=told.fact.name, slots=told.slots)
-    return replace(document, title=subject.title)
-
-
-def _library(speaker: Speaker) -> tuple[Question, list[Document], bool]:
-    """A question, documents, and whether one of them answers it. No two do."""
-    writer = Writer(speaker)
+def _library(speaker: Speaker) -> tuple[Case, list[Document]]:
+    """A case among documents about other things, some of the same kind. Nothing else answers its question."""
+    writer, chance = Writer(speaker), speaker.chance
     while True:
-        subject = writer.write(some_kind(speaker))
-        told = speaker.chance.choice(subject.told)
-        question = Question(speaker, told)
-        told.slots["title"] = subject.title
-        is_answered = speaker.chance.random() > _UNANSWERED
-        documents = [subject if is_answered else _silent(writer, subject, told)]
-        documents += _distractors(speaker, writer, question, subject.kind)
-        speaker.chance.shuffle(documents)
-        stated = [other for document in documents for other in document.told]
-        answers = sum(question.is_answered_by(other) for other in stated)
-        if any(question.is_ambiguous_beside(other) for other in stated):
+        parts = chance.choice(_PARTS)
+        made = case(speaker, _UNANSWERED, parts)
+        question, kind = made.question, made.document.kind
+        documents = [made.document]
+        for _ in range(chance.choice((1, 2, 2, 3) if parts > 2 else (0, 1, 1, 2, 2, 3))):
+            if chance.random() < (0.7 if parts > 2 else 0.4):
+                other = writer.write(kind, 4, without="" if question.names else question.told.fact.name)
+            else:
+                other = writer.write(some_kind(speaker), 4)
+            documents.append(writer.lengthened(other, parts) if parts else other)
+        others = [told for document in documents[1:] for told in document.told]
+        if any(question.is_answered_by(told) or question.is_ambiguous_beside(told) for told in others):
             continue
-        titles = {document.title for document in documents}
-        if answers == is_answered and len(titles) == len(documents):
-            return question, documents, is_answered
+        if len({document.title for document in documents}) == len(documents):
+            chance.shuffle(documents)
+            return made, documents
 
 
 def answer(speaker: Speaker) -> Example:
     """A fact that a document states; or, near to it, one that none states."""
     while True:
-        question, documents, is_answered = _library(speaker)
+        made, documents = _library(speaker)
+        told = made.question.told
+        told.slots["title"] = made.document.title
         titles = [document.title for document in documents]
         wrap = speaker.phrase("search.titled" if speaker.chance.random() < _TITLED else "search.wrap")
-        typed, phrase = _typed(speaker, with_question(wrap, question.bare), question.told.slots, titles)
+        typed, phrase = _typed(speaker, with_question(wrap, made.question.bare), told.slots, titles)
         found = results(documents, phrase, speaker.chance)
-        sentence = flat(question.told.sentence)
+        sentence = flat(told.sentence)
         holder = next((document for document in found if sentence in flat(excerpt(document.text, phrase))), None)
-        if is_answered == (holder is not None):
+        if made.is_answered == (holder is not None):
             break
     example = Example("search.answer" if holder else "search.nothing", typed, subject=phrase)
     example.chat.documents = titles
     example.calls(SEARCH, output(found, phrase), query=phrase)
-    example.expect["argument_contains"] = question.key_words
+    example.expect["argument_contains"] = made.question.key_words
     if holder is None:
         return example.replies(speaker.fixed("reply.notfound"), refuses=True, contains=["nothing about that"])
     return _cited(speaker, example, [sentence], holder)
@@ -103,7 +86,7 @@ def sum_up(speaker: Speaker) -> Example:
     writer = Writer(speaker)
     while True:
         subject = writer.write(some_kind(speaker))
-        documents = [subject] + [writer.write(some_kind(speaker), most=3) for _ in range(speaker.chance.choice((0, 1, 1, 2)))]
+        documents = [subject] + [writer.write(some_kind(speaker), 3) for _ in range(speaker.chance.choice((0, 1, 1, 2)))]
         slots = Slots(speaker.values, title=subject.title)
         titles = [document.title for document in documents]
         typed, phrase = _typed(speaker, speaker.phrase("search.sumup"), slots, titles)
@@ -119,4 +102,44 @@ def sum_up(speaker: Speaker) -> Example:
     return _cited(speaker, example, [ended(sentence) for sentence in sentences], subject)
 
 
-TASKS = {"search": ((answer, 9), (sum_up, 1))}
+def mention(speaker: Speaker) -> Example:
+    """What the documents say of somebody or something: the one sentence in which it is named."""
+    writer, chance = Writer(speaker), speaker.chance
+    while True:
+        documents = [writer.write(some_kind(speaker), 5) for _ in range(chance.choice((1, 2, 2, 3)))]
+        titles = [document.title for document in documents]
+        named = _named_once(documents)
+        if not named or len(set(titles)) < len(titles):
+            continue
+        entity, told = chance.choice(named)
+        is_known = chance.random() > _UNANSWERED
+        slots = Slots(speaker.values, entity=entity if is_known else speaker.values.near("person", entity))
+        typed, phrase = _typed(speaker, speaker.phrase("search.mention"), slots, titles)
+        found = results(documents, phrase, chance)
+        sentence = flat(told.sentence)
+        holder = next((document for document in found if sentence in flat(excerpt(document.text, phrase))), None)
+        if holder or not is_known:
+            break
+    example = Example("search.answer" if is_known else "search.nothing", typed, subject=slots["entity"])
+    example.chat.documents = titles
+    example.calls(SEARCH, output(found, phrase), query=phrase)
+    example.expect["argument_contains"] = words_of(slots["entity"])
+    if not is_known:
+        return example.replies(speaker.fixed("reply.notfound"), refuses=True, contains=["nothing about that"])
+    return _cited(speaker, example, [sentence], holder)
+
+
+def _named_once(documents: list[Document]) -> list[tuple[str, Told]]:
+    """Names that stand in one sentence of all, and the statement."""
+    whole = flat("\n".join(document.text for document in documents)).lower()
+    named = []
+    for document in documents:
+        for told in document.told:
+            for slot in sorted(told.fact.slots):
+                kind = document.kind.slots.get(slot, slot.rstrip("0123456789"))
+                if kind in _NAMES and whole.count(told.slots[slot].lower()) == 1 and told.slots[slot] in told.sentence:
+                    named.append((told.slots[slot], told))
+    return named
+
+
+TASKS = {"search": ((answer, 8), (sum_up, 1), (mention, 1.5))}

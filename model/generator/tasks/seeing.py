@@ -92,13 +92,31 @@ def read_codes(speaker: Speaker) -> Example:
 
 
 def look(speaker: Speaker) -> Example:
-    """What no tool of the program can do: see what a picture shows."""
-    for _ in range(20):
-        typed = speaker.ask("image.look")
+    """What no tool of the program can do: see what a picture shows. Or a line of it, without a word for its tool."""
+    asks_for_line = speaker.chance.random() < 0.25
+    while True:
+        typed = speaker.ask(f"image.ask.{speaker.chance.choice(_ASKED)}" if asks_for_line else "image.look")
         if not selected_tools(typed, True, []):
             break
     example = _example("image.look", typed)
     return example.replies(speaker.fixed("reply.cannotsee"), refuses=True, contains=["cannot see what a picture shows"])
+
+
+def follow_up(speaker: Speaker) -> Example:
+    """A line of an image whose text was read before."""
+    while True:
+        image = picture(speaker)
+        known = [mark for mark in image.marked if mark in _ASKED]
+        if not known:
+            continue
+        mark = speaker.chance.choice(known)
+        typed = speaker.ask(f"image.ask.{mark}")
+        if not selected_tools(typed, True, []):
+            break
+    example = Example("followup", typed, remembers=True)
+    question = _asked(speaker, speaker.phrase("image.all"), TEXT)
+    example.chat.add(question, speaker.fixed("reply.imagetext").format(text=image.text), has_image=True)
+    return example.replies(image.marked[mark], contains=[image.marked[mark]])
 
 
 def no_image(speaker: Speaker) -> Example:
@@ -112,4 +130,5 @@ TASKS = {
     "image": ((read_all, 4), (read_line, 6)),
     "barcode": ((read_codes, 1),),
     "image.look": ((look, 3), (no_image, 2)),
+    "followup": ((follow_up, 1),),
 }

@@ -29,6 +29,7 @@ _TITLES = {
     "refuse": "More than I can do", "refuse.near": "More than I can do", "image.look": "Pictures",
     "image.none": "No image yet", "search.nodocuments": "No documents yet", "date.notool": "Date and time",
     "help": "About Lumora", "talk": "Lumora",
+    "unknown": "Not in this chat", "followup": "From the image",
 }  # fmt: skip
 _NEXT_STEPS = {
     "search.nothing": "Ask in other words, or add the document that says it.",
@@ -65,7 +66,7 @@ def paragraph(speaker: Speaker) -> Example:
     writer = Writer(speaker)
     kind = some_kind(speaker)
     slots = writer.new_slots(kind)
-    document = writer.write(kind, 6, slots=slots, with_steps=True)
+    document = writer.write(kind, 6, slots=slots)
     typed = speaker.ask(speaker.chance.choice(("shorten", "points", "card")), text=document.text)
     sentences = [ended(flat(told.sentence)) for told in document.told]
     title = document.heading or subject_of(sentences[0])

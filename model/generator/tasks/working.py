@@ -5,10 +5,12 @@
 
 import re
 
-from ..documents.asking import Question, ended, flat, with_question
-from ..documents.writing import Document, Told, Writer, some_kind
+from ..documents.asking import ended, flat, with_question
+from ..documents.cases import Case, case
+from ..documents.writing import Document, Writer, some_kind
 from ..example import Example
 from ..speech import Speaker
+from ..values import fill
 
 _SENTENCE_SLOTS = re.compile(r"\{(\w+)\}")
 _EXTRACTED = {"dates": "date", "amounts": "money", "mails": "mail", "names": "person", "phones": "phone", "links": "link", "places": "city"}
@@ -23,34 +25,21 @@ def _some_text(speaker: Speaker, most: int = 5) -> Document:
 
 def ask(speaker: Speaker) -> Example:
     """A fact that the text states; or one that it does not. The text may stand in an earlier message."""
-    document = _some_text(speaker)
-    told = speaker.chance.choice(document.told)
-    question = Question(speaker, told)
-    if speaker.chance.random() < _UNANSWERED:
-        document = _silent(speaker, document, told)
-    answers = [other for other in document.told if question.is_answered_by(other)]
-    if len({flat(other.sentence) for other in answers}) > 1:
-        return ask(speaker)
-    example = _about(speaker, question, document, "text.answer" if answers else "text.silent")
-    if not answers:
+    made = case(speaker, _UNANSWERED)
+    example = _about(speaker, made, "text.answer" if made.is_answered else "text.silent")
+    if not made.is_answered:
         return example.replies(speaker.fixed("reply.textsilent"), refuses=True, contains=["does not say"])
-    sentence = flat(answers[0].sentence)
+    sentence = flat(made.question.told.sentence)
     example.points = [sentence]
     return example.replies(speaker.fixed("reply.texttells").format(sentence=sentence), contains=[sentence])
 
 
-def _silent(speaker: Speaker, document: Document, told: Told) -> Document:
-    if document.kind.fresh:
-        return Writer(speaker).write(document.kind, 5)
-    return Writer(speaker).write(document.kind, 5, without=told.fact.name, slots=told.slots)
-
-
-def _about(speaker: Speaker, question: Question, document: Document, task: str) -> Example:
-    slots = question.told.slots
-    slots["text"] = document.text
+def _about(speaker: Speaker, made: Case, task: str) -> Example:
+    slots = made.question.told.slots
+    slots["text"] = made.document.text
     is_from_before = speaker.chance.random() < 0.2
     wrap = speaker.phrase("work.again" if is_from_before else "work.ask")
-    example = Example(task, speaker.typed(with_question(wrap, question.bare), slots), remembers=True)
+    example = Example(task, speaker.typed(with_question(wrap, made.question.bare), slots), remembers=True)
     if is_from_before:
         example.chat.add(speaker.typed(speaker.phrase("work.give"), slots), speaker.fixed("reply.given"))
     return example
@@ -70,7 +59,7 @@ def extract(speaker: Speaker) -> Example:
     for _ in range(speaker.chance.randint(1, 6)):
         phrase = speaker.phrase_or_seen("extract.sentences")
         slots = speaker.slots()
-        sentences.append(phrase.format_map(slots))
+        sentences.append(fill(phrase, slots))
         names = dict.fromkeys(_SENTENCE_SLOTS.findall(phrase))
         found += [slots[name] for name in names if name.rstrip("2") == _EXTRACTED[wanted]]
     text = speaker.chance.choice((" ", " ", "\n")).join(sentences)
