@@ -15,7 +15,7 @@ from ..values import Slots, fill
 _UNANSWERED = 0.3
 _TITLED = 0.12
 _MOST_SENTENCES = 3
-_PARTS = (0,) * 6 + (1, 1, 3, 5, 8, 8)  # of other kinds in the documents, which makes some of them long
+_PARTS = (0,) * 8 + (1, 2, 3, 5, 8, 8)  # of other kinds in the documents, which makes some of them long
 _NAMES = ("person", "company", "item", "city", "name")
 
 
@@ -30,11 +30,10 @@ def _typed(speaker: Speaker, phrase: str, slots: Slots, titles: list[str]) -> tu
     return meant, search_phrase(meant, meant, names)
 
 
-def _library(speaker: Speaker) -> tuple[Case, list[Document]]:
+def _library(speaker: Speaker, parts: int) -> tuple[Case, list[Document]]:
     """A case among documents about other things, some of the same kind. Nothing else answers its question."""
     writer, chance = Writer(speaker), speaker.chance
     while True:
-        parts = chance.choice(_PARTS)
         made = case(speaker, _UNANSWERED, parts)
         question, kind = made.question, made.document.kind
         documents = [made.document]
@@ -54,8 +53,9 @@ def _library(speaker: Speaker) -> tuple[Case, list[Document]]:
 
 def answer(speaker: Speaker) -> Example:
     """A fact that a document states; or, near to it, one that none states."""
+    parts = speaker.chance.choice(_PARTS)
     while True:
-        made, documents = _library(speaker)
+        made, documents = _library(speaker, parts)
         told = made.question.told
         told.slots["title"] = made.document.title
         titles = [document.title for document in documents]
