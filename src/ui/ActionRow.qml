@@ -28,6 +28,9 @@ RowLayout {
         Layout.fillWidth: true
     }
     ActionButton {
+        id: send
+
+        Layout.preferredWidth: Math.max(implicitWidth, stop.implicitWidth)
         enabled: row.store.canSend
         highlighted: true
         symbol: Symbols.arrowup
@@ -44,6 +47,9 @@ RowLayout {
         }
     }
     ActionButton {
+        id: stop
+
+        Layout.preferredWidth: Math.max(implicitWidth, send.implicitWidth)
         symbol: Symbols.stop
         text: qsTr("Stop")
         visible: row.store.isGenerating

@@ -58,8 +58,10 @@ DesktopSettings::DesktopSettings(const QDBusConnection &bus, QObject *parent)
 {
     if (!bus.isConnected())
         return;
-    QDBusConnection(bus).connect(service, objectPath, interface, QStringLiteral("SettingChanged"), this,
-                                 SLOT(take(QString, QString, QDBusVariant)));
+    qRegisterMetaType<QDBusVariant>(); // or else the slot is not found
+    if (!QDBusConnection(bus).connect(service, objectPath, interface, QStringLiteral("SettingChanged"), this,
+                                      SLOT(take(QString, QString, QDBusVariant))))
+        qWarning("Changes of the desktop's settings will not be seen.");
     ask(bus);
 }
 
