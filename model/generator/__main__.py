@@ -6,15 +6,17 @@
 import argparse
 import sys
 
+from . import handwritten
 from .mix import STAGES, TASKS, Mix
 from .splits import SPLITS, TRAIN
 
+HANDWRITTEN = "handwritten"  # not made, and always the same
 WHOLE_INSTRUCTIONS = 0.16  # share of the examples for training that have the program's whole instructions
 
 
 def arguments() -> argparse.Namespace:
     parser = argparse.ArgumentParser(prog="python3 -m generator", description=__doc__)
-    parser.add_argument("--split", choices=SPLITS, default=TRAIN)
+    parser.add_argument("--split", choices=(*SPLITS, HANDWRITTEN), default=TRAIN)
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--count", type=int, default=10)
     parser.add_argument("--tasks", type=lambda text: text.split(","), help="only these, evenly: " + ", ".join(TASKS))
@@ -27,6 +29,10 @@ def arguments() -> argparse.Namespace:
 
 def main() -> None:
     chosen = arguments()
+    if chosen.split == HANDWRITTEN:
+        for example in handwritten.examples():
+            sys.stdout.write(example.as_json(whole=True) + "\n")
+        return
     mix = Mix(f"{chosen.split} {chosen.seed}", chosen.split, chosen.curriculum, chosen.tasks)
     for _ in range(chosen.count):
         example = mix.draw()

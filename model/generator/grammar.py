@@ -12,9 +12,12 @@ alternatives chosen; its slots are filled later, with values.
 """
 
 import random
+import re
 
 from .splits import DEVELOPMENT, FINAL, TRAIN, place_of, split_of
 
+_BLANKS = re.compile(r" {2,}")
+_BEFORE_SIGN = re.compile(r" ([?.!](?: |$))")
 MOST_TRIES = 400
 WHOLE_LINES_HELD_OUT = 0.05
 FEWEST_DIVIDED = 3
@@ -72,6 +75,13 @@ def expand(sequence: list, chance: random.Random) -> str:
     )
 
 
+def tidy(text: str) -> str:
+    """Without the blanks that alternatives leave which stand for nothing."""
+    if "  " in text or text[:1] == " " or text[-1:] == " ":
+        text = _BLANKS.sub(" ", text).strip(" ")
+    return _BEFORE_SIGN.sub(r"\1", text) if " ?" in text or " ." in text or " !" in text else text
+
+
 def count(sequence: list) -> int:
     """How many texts a sequence stands for."""
     product = 1
@@ -79,6 +89,11 @@ def count(sequence: list) -> int:
         if not isinstance(part, str):
             product *= sum(count(alternative) for alternative in part)
     return product
+
+
+def phrasings_of(sequence: list) -> list[str]:
+    """Every phrasing of a line."""
+    return [tidy(text) for text in all_of(sequence)]
 
 
 def all_of(sequence: list) -> list[str]:
@@ -107,7 +122,7 @@ class Phrases:
         if number >= MANY:
             self._owners = [split_of(line, WHOLE_LINES_HELD_OUT) for line in lines]
             held_lines = (seq for seq, owner in zip(self._sequences, self._owners) if owner != TRAIN)
-            self._reserved = {phrase for sequence in held_lines for phrase in all_of(sequence)}
+            self._reserved = {phrase for sequence in held_lines for phrase in phrasings_of(sequence)}
         else:
             self._held_out = _first_by_hash(self._sequences, name) if number >= FEWEST_DIVIDED else {}
         self._of_split: dict[str, list] = {}
@@ -124,7 +139,7 @@ class Phrases:
         lines = self._lines_of(split)
         for _ in range(MOST_TRIES if lines else 0):
             sequence, owner = lines[int(chance.random() * len(lines))]
-            phrase = expand(sequence, chance)
+            phrase = tidy(expand(sequence, chance))
             if owner == split != TRAIN or self._split_of(phrase) == split:
                 return phrase
         raise LookupError(f"no phrasing of {self.name} is found for {split}")
@@ -134,7 +149,7 @@ class Phrases:
         return self.pick(chance, split if self.has(split) else TRAIN)
 
     def pick_any(self, chance: random.Random) -> str:
-        return expand(self._sequences[int(chance.random() * len(self._sequences))], chance)
+        return tidy(expand(self._sequences[int(chance.random() * len(self._sequences))], chance))
 
     def _split_of(self, phrase: str) -> str | None:
         """The split of a phrasing of an open line; none where a held-out line has it, too."""
@@ -154,13 +169,13 @@ class Phrases:
 
     def _occurs(self, sequence: list, split: str) -> bool:
         if count(sequence) < MANY:
-            return any(self._split_of(phrase) == split for phrase in all_of(sequence))
+            return any(self._split_of(phrase) == split for phrase in phrasings_of(sequence))
         chance = random.Random(0)
-        return any(self._split_of(expand(sequence, chance)) == split for _ in range(MANY))
+        return any(self._split_of(tidy(expand(sequence, chance))) == split for _ in range(MANY))
 
 
 def _first_by_hash(sequences: list, name: str) -> dict[str, str]:
-    phrases = sorted({phrase for sequence in sequences for phrase in all_of(sequence)}, key=place_of)
+    phrases = sorted({phrase for sequence in sequences for phrase in phrasings_of(sequence)}, key=place_of)
     each = len(phrases) // 8
     if not each:  # one, for the one or the other
         return {phrases[0]: DEVELOPMENT if place_of(name) < 0.5 else FINAL}

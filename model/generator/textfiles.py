@@ -12,7 +12,7 @@ def sections(path: Path) -> list[tuple[str, list[str]]]:
     """The sections of a file, in order: the name of each, and its lines without the empty ones."""
     found: list[tuple[str, list[str]]] = []
     for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
-        line = line.strip()
+        line = line.rstrip()
         if line.startswith("@ "):
             found.append((line[2:].strip(), []))
         elif line and not line.startswith("#"):

@@ -15,7 +15,7 @@ from datetime import datetime, timedelta, timezone
 MODEL_FOLDER = sys.argv.pop()
 sys.path.insert(0, MODEL_FOLDER)
 
-from generator import dates, mix, program  # noqa: E402
+from generator import dates, handwritten, mix, program  # noqa: E402
 from generator.documents import search, writing  # noqa: E402
 from generator.grammar import Phrases  # noqa: E402
 from generator.speech import PHRASES, Speaker  # noqa: E402
@@ -41,6 +41,7 @@ class ExamplesTest(unittest.TestCase):
         cls.examples = [example for split in SPLITS for example in drawn(split, 1000)]
         for task in mix.TASKS:  # also those that the mix draws rarely
             cls.examples += drawn(TRAIN, 60, [task])
+        cls.examples += [json.loads(example.as_json(whole=True)) for example in handwritten.examples()]
 
     def check_each(self, check):
         for example in self.examples:

@@ -11,6 +11,7 @@ from ..splits import TRAIN
 from ..values import Slots, capital, fill
 from .kinds import COMMON, OF_SPLIT, Fact, Kind
 from .layout import lay_out
+from .sentences import embellished, joined
 
 _ENDS = (".txt", ".md", ".pdf", ".pdf", ".txt", ".md", ".text")
 
@@ -78,6 +79,8 @@ class Writer:
         sentence = capital(fill(phrases.pick_or_seen(self.chance, self.speaker.split), slots))
         if phrases is fact.entries and self.chance.random() < 0.15 and ": " in sentence:
             sentence = "**" + sentence.replace(": ", ":** ", 1)
+        if phrases is not fact.entries:
+            sentence = embellished(self.chance, sentence)
         return Told(fact, slots, sentence)
 
     def write(
@@ -98,7 +101,9 @@ class Writer:
         told = self._some_facts(kind, slots, self.chance.randint(0 if must else 1, most), without, about or {})
         for fact in must:
             told.insert(self.chance.randint(0, len(told)), fact)
-        sentences = [fact.sentence for fact in told]
+        if self.chance.random() < 0.25:
+            self._join(told)
+        sentences = list(dict.fromkeys(fact.sentence for fact in told))
         for _ in range(self.chance.choice((0, 0, 1, 1, 2 + most // 4))):
             text = self._common(kind, slots, "filler")
             if text not in sentences:
@@ -124,6 +129,13 @@ class Writer:
     def _own_slots(self, kind: Kind, fact: Fact, without: str, about: dict[str, str]) -> Slots:
         shares = fact.name != without and not fact.slots.isdisjoint(about) and self.chance.random() < 0.4
         return self.new_slots(kind, **about) if shares else self.new_slots(kind)
+
+    def _join(self, told: list[Told]) -> None:
+        """Makes one sentence of the first two neighbours that allow it."""
+        for first, second in zip(told, told[1:]):
+            if whole := joined(self.chance, first.sentence, second.sentence):
+                first.sentence = second.sentence = whole
+                return
 
     def _common(self, kind: Kind, slots: Slots, section: str) -> str:
         phrases = kind.texts.get(section) or COMMON[section]
