@@ -1,4 +1,4 @@
 # SPDX-FileCopyrightText: 2026 The Lumora developers
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-"""Makes the conversations that the built-in model is trained and measured on. The README of this folder has the form."""
+"""Makes the conversations that the built-in model is trained and measured on. README.md has their form."""

@@ -20,7 +20,8 @@ _BLANKS = re.compile(r" {2,}")
 _BEFORE_SIGN = re.compile(r" ([?.!](?: |$))")
 MOST_TRIES = 400
 WHOLE_LINES_HELD_OUT = 0.05
-FEWEST_DIVIDED = 3
+FEWEST_DIVIDED = 3  # one is held out, for the one split or the other
+FEWEST_FOR_BOTH = 5
 MANY = 60
 
 
@@ -108,8 +109,8 @@ def all_of(sequence: list) -> list[str]:
 class Phrases:
     """The phrasings of one intent, each of which belongs to one split.
 
-    Of many phrasings, a twentieth of the lines is held out as a whole for each of the held-out splits, and each phrasing
-    of the other lines has its own place. Of few, the first by their hashes are held out; of very few, none.
+    Of many phrasings, a twentieth of the lines is held out as a whole for each of the held-out splits, and each
+    phrasing of the other lines has its own place. Of few, the first by their hashes are held out; of very few, none.
     """
 
     def __init__(self, lines: list[str], name: str = ""):
@@ -176,7 +177,7 @@ class Phrases:
 
 def _first_by_hash(sequences: list, name: str) -> dict[str, str]:
     phrases = sorted({phrase for sequence in sequences for phrase in phrasings_of(sequence)}, key=place_of)
-    each = len(phrases) // 8
-    if not each:  # one, for the one or the other
+    each = max(len(phrases) // 8, len(phrases) >= FEWEST_FOR_BOTH)
+    if not each:
         return {phrases[0]: DEVELOPMENT if place_of(name) < 0.5 else FINAL}
     return {phrase: DEVELOPMENT for phrase in phrases[:each]} | {phrase: FINAL for phrase in phrases[each : 2 * each]}

@@ -79,12 +79,15 @@ def _as_read(chance: random.Random, kind: str, lines: list[tuple[str, str]]) -> 
         line = misread(line, chance, mistakes)
         if mark:
             marked[mark] = f"{marked[mark]}\n{line}" if mark in marked else line
-        between = "\n\n" if 0.06 < draw < 0.4 and not (mark and "\n" in marked[mark]) and chance.random() < 0.3 else "\n"
+        goes_on = mark and "\n" in marked[mark]
+        between = "\n\n" if 0.06 < draw < 0.4 and not goes_on and chance.random() < 0.3 else "\n"
         text += between + line if text else line
     return Picture(kind, text, marked)
 
 
-_CONFUSED = {"0": "O", "O": "0", "1": "l", "l": "1", "I": "l", "5": "S", "S": "5", "8": "B", "m": "rn", "e": "c", "a": "o"}
+_CONFUSED = {
+    "0": "O", "O": "0", "1": "l", "l": "1", "I": "l", "5": "S", "S": "5", "8": "B", "m": "rn", "e": "c", "a": "o",
+}  # fmt: skip
 
 
 def misread(text: str, chance: random.Random, share: float) -> str:

@@ -206,7 +206,8 @@ class Values:
         if draw < 0.75:
             return f"{day} {month} {year}"
         number = MONTHS.index(month) + 1
-        return self.chance.choice((f"{year}-{number:02d}-{day:02d}", f"{day:02d}.{number:02d}.{year}", f"{number}/{day}/{year}"))
+        forms = (f"{year}-{number:02d}-{day:02d}", f"{day:02d}.{number:02d}.{year}", f"{number}/{day}/{year}")
+        return self.chance.choice(forms)
 
     def gate(self) -> str:
         return self.chance.choice("ABCDEFGH") + str(self.chance.randint(1, 60))
@@ -227,7 +228,8 @@ class Values:
         return f"{hour} {self.chance.choice(('am', 'pm', 'o’clock'))}"
 
     def period(self) -> str:
-        return f"{self.chance.randint(2, 60)} {self.chance.choice(('days', 'weeks', 'months', 'hours', 'minutes', 'years'))}"
+        unit = self.chance.choice(("days", "weeks", "months", "hours", "minutes", "years"))
+        return f"{self.chance.randint(2, 60)} {unit}"
 
     # The net
 

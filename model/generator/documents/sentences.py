@@ -36,4 +36,5 @@ def joined(chance: random.Random, first: str, second: str) -> str | None:
     """One sentence of two; nothing where they are too long or no sentences."""
     if not first.endswith(".") or not second.endswith(".") or len(first) + len(second) > _LONGEST:
         return None
-    return first[:-1] + chance.choice((", and ", ", and ", "; ", ", while ", ", but ", " and ")) + small_beginning(second)
+    between = chance.choice((", and ", ", and ", "; ", ", while ", ", but ", " and "))
+    return first[:-1] + between + small_beginning(second)

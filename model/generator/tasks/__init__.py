@@ -1,4 +1,4 @@
 # SPDX-FileCopyrightText: 2026 The Lumora developers
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-"""What the model is to learn, one module for each family of tasks. Each offers a table TASKS of what makes an example."""
+"""What the model is to learn, one module for each family of tasks. TASKS in each says what makes an example."""

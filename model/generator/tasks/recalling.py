@@ -7,7 +7,7 @@ from dataclasses import dataclass
 
 from ..example import Example
 from ..grammar import Phrases
-from ..speech import PHRASES, Speaker
+from ..speech import Speaker
 from ..textfiles import FOLDER, sections
 from ..values import Slots, fill
 

@@ -86,7 +86,8 @@ def sum_up(speaker: Speaker) -> Example:
     writer = Writer(speaker)
     while True:
         subject = writer.write(some_kind(speaker))
-        documents = [subject] + [writer.write(some_kind(speaker), 3) for _ in range(speaker.chance.choice((0, 1, 1, 2)))]
+        number = speaker.chance.choice((0, 1, 1, 2))
+        documents = [subject] + [writer.write(some_kind(speaker), 3) for _ in range(number)]
         slots = Slots(speaker.values, title=subject.title)
         titles = [document.title for document in documents]
         typed, phrase = _typed(speaker, speaker.phrase("search.sumup"), slots, titles)

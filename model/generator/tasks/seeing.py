@@ -3,12 +3,15 @@
 
 """Questions about an attached image, whose text or barcodes a tool reads."""
 
+from ..documents.asking import flat, with_question
+from ..documents.cases import case
 from ..example import Example
 from ..pictures import MARKS, Picture, barcode, picture
 from ..program import BARCODES, OUTPUTS, TEXT, selected_tools
 from ..speech import PHRASES, Speaker
 
 _ASKED = sorted(mark for mark in MARKS if f"image.ask.{mark}" in PHRASES)
+_UNANSWERED = 0.25
 # Of these a text has at most one, and it is marked, so that a text without the mark does not tell.
 _CLEAR = ("phone", "mail", "website", "seat", "password", "tracking", "dose", "weight", "expiry", "invoice", "table")
 
@@ -29,9 +32,7 @@ def _asked(speaker: Speaker, phrase: str, tool: str) -> str:
 
 def _question(speaker: Speaker, mark: str) -> str:
     bare = speaker.phrase(f"image.ask.{mark}")
-    wrap = speaker.phrase("image.wrap")
-    phrase = wrap.replace("{question}", bare).replace("{ask}", bare[0].lower() + bare[1:])
-    return _asked(speaker, phrase, TEXT)
+    return _asked(speaker, with_question(speaker.phrase("image.wrap"), bare), TEXT)
 
 
 def read_all(speaker: Speaker) -> Example:
@@ -61,6 +62,24 @@ def read_line(speaker: Speaker) -> Example:
     answer = image.marked[mark]
     example = _example("image.line", _question(speaker, mark)).calls(TEXT, image.text)
     return example.replies(answer, contains=[answer])
+
+
+def read_fact(speaker: Speaker) -> Example:
+    """A fact on a page that was photographed; or one that it does not state."""
+    made = case(speaker, _UNANSWERED)
+    slots = made.question.told.slots
+    for _ in range(20):
+        typed = speaker.typed(with_question(speaker.phrase("image.wrap"), made.question.bare), slots)
+        if selected_tools(typed, True, []) == [TEXT]:
+            break
+    else:
+        return read_fact(speaker)
+    example = _example("image.fact" if made.is_answered else "image.unknown", typed)
+    example.calls(TEXT, made.document.text)
+    if not made.is_answered:
+        return example.replies(speaker.fixed("reply.imageunknown"), refuses=True, contains=["nothing about that"])
+    sentence = flat(made.question.told.sentence)
+    return example.replies(sentence, contains=[sentence])
 
 
 def _missing(speaker: Speaker, image: Picture) -> Example:
@@ -127,7 +146,7 @@ def no_image(speaker: Speaker) -> Example:
 
 
 TASKS = {
-    "image": ((read_all, 4), (read_line, 6)),
+    "image": ((read_all, 4), (read_line, 6), (read_fact, 3)),
     "barcode": ((read_codes, 1),),
     "image.look": ((look, 3), (no_image, 2)),
     "followup": ((follow_up, 1),),

@@ -57,8 +57,9 @@ def _card(title: str, summary: str, points: list[str], steps: list[str]) -> dict
 
 
 def _fill(example: Example, card: dict) -> Example:
-    parts = {"title": card["title"], "summary": [card["summary"]], "points": card["keyPoints"], "steps": card["nextSteps"]}
-    return example.answers(card, **parts)
+    return example.answers(
+        card, title=card["title"], summary=[card["summary"]], points=card["keyPoints"], steps=card["nextSteps"]
+    )
 
 
 def paragraph(speaker: Speaker) -> Example:

@@ -13,7 +13,10 @@ from ..speech import Speaker
 from ..values import fill
 
 _SENTENCE_SLOTS = re.compile(r"\{(\w+)\}")
-_EXTRACTED = {"dates": "date", "amounts": "money", "mails": "mail", "names": "person", "phones": "phone", "links": "link", "places": "city"}
+_EXTRACTED = {
+    "dates": "date", "amounts": "money", "mails": "mail", "names": "person", "phones": "phone", "links": "link",
+    "places": "city",
+}  # fmt: skip
 _CALLED = {"mails": "mail addresses", "phones": "phone numbers"}
 _MOST_MAIN_SENTENCES = 3
 _UNANSWERED = 0.25
@@ -89,7 +92,8 @@ def list_points(speaker: Speaker) -> Example:
 def list_items(speaker: Speaker) -> Example:
     """What is enumerated in a line, each on a line of its own."""
     chance, values = speaker.chance, speaker.values
-    kind = chance.choice(("item", "ingredient", "person", "city", "invented", "food", "company", "hobby", "thing", "name"))
+    kinds = ("item", "ingredient", "person", "city", "invented", "food", "company", "hobby", "thing", "name")
+    kind = chance.choice(kinds)
     items = list(dict.fromkeys(values.make(kind) for _ in range(chance.randint(2, 9))))
     last = chance.choice((" and ", ", and ", ", ", "; "))
     between = "; " if last == "; " else ", "
