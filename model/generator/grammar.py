@@ -13,6 +13,8 @@ alternatives chosen; its slots are filled later, with values.
 
 import random
 import re
+from bisect import bisect
+from itertools import accumulate
 
 from .splits import DEVELOPMENT, FINAL, TRAIN, place_of, split_of
 
@@ -126,20 +128,20 @@ class Phrases:
             self._reserved = {phrase for sequence in held_lines for phrase in phrasings_of(sequence)}
         else:
             self._held_out = _first_by_hash(self._sequences, name) if number >= FEWEST_DIVIDED else {}
-        self._of_split: dict[str, list] = {}
+        self._of_split: dict[str, tuple[list, list[float]]] = {}
 
     def __len__(self) -> int:
         return sum(count(sequence) for sequence in self._sequences)
 
     def has(self, split: str) -> bool:
         """Whether there is any phrasing of this split."""
-        return bool(self._lines_of(split))
+        return bool(self._lines_of(split)[0])
 
     def pick(self, chance: random.Random, split: str) -> str:
         """A phrasing of this split, its slots still open."""
-        lines = self._lines_of(split)
+        lines, weights = self._lines_of(split)
         for _ in range(MOST_TRIES if lines else 0):
-            sequence, owner = lines[int(chance.random() * len(lines))]
+            sequence, owner = lines[bisect(weights, chance.random() * weights[-1])]
             phrase = tidy(expand(sequence, chance))
             if owner == split != TRAIN or self._split_of(phrase) == split:
                 return phrase
@@ -158,14 +160,17 @@ class Phrases:
             return None
         return split_of(phrase) if self._held_out is None else self._held_out.get(phrase, TRAIN)
 
-    def _lines_of(self, split: str) -> list:
-        """Only lines that have a phrasing there, so that few tries are in vain."""
+    def _lines_of(self, split: str) -> tuple[list, list[float]]:
+        """Only lines that have a phrasing there, so that few tries are in vain; and their weights, each added to those
+        before it. A line of many phrasings counts for more, but not as many times as it has phrasings."""
         if split not in self._of_split:
-            self._of_split[split] = [
+            lines = [
                 (sequence, owner)
                 for sequence, owner in zip(self._sequences, self._owners)
                 if (owner == split != TRAIN) or (owner == TRAIN and self._occurs(sequence, split))
             ]
+            weights = list(accumulate(count(sequence) ** 0.5 for sequence, _ in lines))
+            self._of_split[split] = lines, weights
         return self._of_split[split]
 
     def _occurs(self, sequence: list, split: str) -> bool:

@@ -5,6 +5,8 @@
 
 from dataclasses import dataclass
 
+from ..documents.asking import ended, with_question
+from ..documents.cases import case
 from ..example import Example
 from ..grammar import Phrases
 from ..speech import Speaker
@@ -35,6 +37,24 @@ def _memories() -> list[Memory]:
 MEMORIES = _memories()
 
 
+def recall_fact(speaker: Speaker) -> Example:
+    """A fact that was told before, of the kind that documents state; or one that was not."""
+    made = case(speaker, 0.2)
+    question = made.question
+    told = [fact for fact in made.document.told if not question.is_answered_by(fact)][: speaker.chance.randint(0, 3)]
+    if made.is_answered:
+        told.insert(speaker.chance.randint(0, len(told)), question.told)
+    bare = with_question(speaker.phrase("recall.wrap"), question.bare)
+    example = Example("recall" if made.is_answered else "recall.unknown", "", remembers=True)
+    example.typed = speaker.typed(bare, question.told.slots)
+    for sentence in dict.fromkeys(ended(fact.sentence) for fact in told):
+        example.chat.add(speaker.ask("recall.tell", fact=sentence), speaker.fixed("reply.noted"))
+    if not made.is_answered:
+        return example.replies(speaker.fixed("reply.nottold"), refuses=True, contains=["not told me"])
+    sentence = ended(question.told.sentence)
+    return example.replies(sentence, contains=[sentence])
+
+
 def small_talk(speaker: Speaker) -> tuple[str, str]:
     """A message and its answer, to stand between others."""
     intent = speaker.chance.choice(("greet", "thank", "how are you"))
@@ -57,7 +77,8 @@ def recall(speaker: Speaker) -> Example:
     is_known = chance.random() < 0.8
     if is_known:
         turns.insert(chance.randint(0, len(turns)), _told(speaker, asked, slots))
-    typed = speaker.typed(asked.questions.pick_or_seen(chance, speaker.split), slots)
+    bare = asked.questions.pick_or_seen(chance, speaker.split)
+    typed = speaker.typed(with_question(speaker.phrase("recall.wrap"), bare), slots)
     example = Example("recall" if is_known else "recall.unknown", typed, remembers=True)
     if not is_known:
         chance.shuffle(turns)
@@ -97,4 +118,11 @@ def say_again(speaker: Speaker) -> Example:
     return example.replies(reply, exact=reply)
 
 
-TASKS = {"recall": ((recall, 8), (tell, 1.5), (say_again, 1))}
+def tell_fact(speaker: Speaker) -> Example:
+    """The same, of something that has nothing to do with the user."""
+    fact = ended(case(speaker, 0).question.told.sentence)
+    typed = speaker.ask("recall.tell", fact=fact)
+    return Example("tell", typed).replies(speaker.fixed("reply.noted"), contains=["remember"])
+
+
+TASKS = {"recall": ((recall, 8), (recall_fact, 5), (tell, 1.5), (tell_fact, 0.7), (say_again, 1))}
