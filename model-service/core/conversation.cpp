@@ -58,14 +58,14 @@ bool endsWithOpenThought(std::string_view text)
 
 } // namespace
 
-Conversation::Conversation(const Engine &engine)
-    : m_engine(engine)
+Conversation::Conversation(const ChatVocabulary &vocabulary)
+    : m_vocabulary(vocabulary)
 {
     const std::vector<ChatMessage> probe = {{ChatMessage::Role::user, "?"}};
-    const auto laidOut = m_engine.applyTemplate(probe);
+    const auto laidOut = m_vocabulary.applyTemplate(probe);
     m_plain = !laidOut.has_value();
     m_opensThought = laidOut && endsWithOpenThought(*laidOut);
-    for (const std::string &mark : m_engine.specialTexts())
+    for (const std::string &mark : m_vocabulary.specialTexts())
         m_specialBeginnings.set(static_cast<unsigned char>(mark.front()));
 }
 
@@ -83,7 +83,7 @@ Sequence Conversation::opening(const wire::Respond &request, std::span<const Pre
     Sequence all;
     const auto appendText = [&](std::string_view text) {
         const std::vector<Token> read = tokens(text);
-        const auto first = m_engine.openingToken();
+        const auto first = m_vocabulary.openingToken();
         if (first && all.tokens.empty() && (read.empty() || read.front() != *first))
             all.append({&*first, 1});
         all.append(read);
@@ -118,7 +118,7 @@ std::string Conversation::layOut(const std::vector<ChatMessage> &messages) const
 {
     if (m_plain)
         return plainLayout(messages);
-    const auto laidOut = m_engine.applyTemplate(messages);
+    const auto laidOut = m_vocabulary.applyTemplate(messages);
     if (!laidOut)
         throw internalFailure("the model's chat template does not take these messages");
     return *laidOut;
@@ -144,7 +144,7 @@ bool Conversation::beginsSpecialText(std::string_view text) const
 {
     // Most characters begin none, and a vocabulary can have thousands.
     return m_specialBeginnings.test(static_cast<unsigned char>(text.front())) &&
-           std::ranges::any_of(m_engine.specialTexts(), [&](const auto &mark) { return text.starts_with(mark); });
+           std::ranges::any_of(m_vocabulary.specialTexts(), [&](const auto &mark) { return text.starts_with(mark); });
 }
 
 std::vector<Token> Conversation::tokens(std::string_view laidOut) const
@@ -152,7 +152,7 @@ std::vector<Token> Conversation::tokens(std::string_view laidOut) const
     std::vector<Token> all;
     while (!laidOut.empty()) {
         const std::size_t end = std::min(laidOut.find(cut), laidOut.size());
-        const auto part = m_engine.tokenize(laidOut.substr(0, end), SpecialTokens::recognised);
+        const auto part = m_vocabulary.tokenize(laidOut.substr(0, end), SpecialTokens::recognised);
         all.insert(all.end(), part.begin(), part.end());
         laidOut.remove_prefix(std::min(end + cut.size(), laidOut.size()));
     }

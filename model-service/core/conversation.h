@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "core/engine.h"
+#include "core/chatvocabulary.h"
 #include "core/sequence.h"
 #include "wire/messages.h"
 
@@ -19,7 +19,7 @@ namespace lumora::service {
 class Conversation
 {
 public:
-    explicit Conversation(const Engine &engine);
+    explicit Conversation(const ChatVocabulary &vocabulary);
 
     /// Instructions and tools as the system's message, then the prompt and its images as the user's, up to where the
     /// model's turn begins. images: as the engine has prepared them, one for each of the request's. A schema is not
@@ -42,7 +42,7 @@ private:
     bool beginsSpecialText(std::string_view text) const;
     std::vector<Token> tokens(std::string_view laidOut) const;
 
-    const Engine &m_engine;
+    const ChatVocabulary &m_vocabulary;
     std::bitset<256> m_specialBeginnings; // the first bytes of the special tokens' texts
     bool m_plain = false;
     bool m_opensThought = false;

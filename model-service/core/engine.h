@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "core/chatvocabulary.h"
 #include "core/sampling.h"
 #include "wire/messages.h"
 
@@ -17,27 +18,6 @@
 #include <vector>
 
 namespace lumora::service {
-
-using Token = std::int32_t;
-
-struct ChatMessage
-{
-    enum class Role {
-        system,
-        user,
-        assistant,
-    };
-
-    Role role = Role::user;
-    std::string content;
-
-    bool operator==(const ChatMessage &) const = default;
-};
-
-enum class SpecialTokens {
-    asText,     ///< a mark such as <|im_end|> is read as the characters that it is written with
-    recognised, ///< a mark is read as its one token
-};
 
 /// A stretch of an image, which a model reads as a whole.
 struct ImageStretch
@@ -54,14 +34,9 @@ using PreparedImage = std::vector<std::variant<std::vector<Token>, ImageStretch>
 
 /// What runs a model: one model, one sequence of tokens. Used by one thread; a stop may be requested by another.
 /// Everything but load and contextSize needs a loaded model.
-class Engine
+class Engine : public ChatVocabulary
 {
 public:
-    Engine() = default;
-    Engine(const Engine &) = delete;
-    Engine &operator=(const Engine &) = delete;
-    virtual ~Engine() = default;
-
     /// Frees the model that was loaded, also where the new one does not load. Throws Failure: badFile, noMemory,
     /// cancelled. contextLimit: tokens. Returns a description for the log.
     virtual std::string load(const std::string &path, std::optional<std::int64_t> contextLimit,
@@ -78,25 +53,12 @@ public:
 
     virtual SamplingDefaults samplingDefaults() const = 0;
 
-    /// The tokens of the text alone, nothing put before or after it.
-    virtual std::vector<Token> tokenize(std::string_view text, SpecialTokens special) const = 0;
-
-    /// The token that the model wants before everything else, if it wants one.
-    virtual std::optional<Token> openingToken() const = 0;
-
-    /// How the special tokens are written, for texts that hold the same characters by chance or by intent.
-    virtual const std::vector<std::string> &specialTexts() const = 0;
-
     /// The bytes that a token writes, which need not be whole characters. Empty for a special token, apart from the
     /// marks of a thought.
     virtual std::string tokenBytes(Token token) const = 0;
 
     /// The token says that the model's turn is over.
     virtual bool endsTurn(Token token) const = 0;
-
-    /// The messages in the layout that the model was trained on, up to where its own turn begins. Nothing where the
-    /// file names no layout, or one that is not known.
-    virtual std::optional<std::string> applyTemplate(std::span<const ChatMessage> messages) const = 0;
 
     /// Gets images ready to be evaluated, in the place of those that were ready before. Needs a model that reads
     /// images. Throws Failure.
