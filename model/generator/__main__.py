@@ -21,6 +21,9 @@ def arguments() -> argparse.Namespace:
     parser.add_argument("--count", type=int, default=10)
     parser.add_argument("--tasks", type=lambda text: text.split(","), help="only these, evenly: " + ", ".join(TASKS))
     parser.add_argument("--curriculum", choices=STAGES, default="all", help="which mix, where no tasks are named")
+    parser.add_argument(
+        "--whole", type=float, default=WHOLE_INSTRUCTIONS, help="share with the whole instructions, in training"
+    )
     chosen = parser.parse_args()
     if unknown := set(chosen.tasks or []) - set(TASKS):
         parser.error(f"there are no such tasks: {', '.join(sorted(unknown))}")
@@ -36,7 +39,7 @@ def main() -> None:
     mix = Mix(f"{chosen.split} {chosen.seed}", chosen.split, chosen.curriculum, chosen.tasks)
     for _ in range(chosen.count):
         example = mix.draw()
-        whole = chosen.split != TRAIN or mix.speaker.chance.random() < WHOLE_INSTRUCTIONS
+        whole = chosen.split != TRAIN or mix.speaker.chance.random() < chosen.whole
         sys.stdout.write(example.as_json(whole) + "\n")
 
 
