@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "trainer/copyexercises.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace lumora::training {
+
+namespace {
+
+constexpr std::size_t mostSeen = 200000;
+constexpr const char *taskName = "copy exercise";
+
+void append(Passage &passage, const std::vector<Token> &tokens, bool supervised)
+{
+    passage.tokens.insert(passage.tokens.end(), tokens.begin(), tokens.end());
+    passage.supervised.resize(passage.tokens.size(), supervised ? 1 : 0);
+}
+
+} // namespace
+
+CopyExercises::CopyExercises(int vocabulary, std::uint32_t seed)
+    : m_vocabulary(vocabulary)
+    , m_random(seed)
+{
+}
+
+void CopyExercises::show(const std::vector<Token> &tokens)
+{
+    for (const Token token : tokens) {
+        if (token < Tokenizer::firstByte)
+            continue;
+        if (m_seen.size() < mostSeen)
+            m_seen.push_back(token);
+        else
+            m_seen[m_nextSeen] = token;
+        m_nextSeen = (m_nextSeen + 1) % mostSeen;
+    }
+}
+
+Passage CopyExercises::make(int longest)
+{
+    return chance(0.6) ? repetition(longest) : questions();
+}
+
+Passage CopyExercises::repetition(int longest)
+{
+    constexpr int longestOften = 16;
+    std::vector<Token> repeated = span(number(3, longest));
+    if (chance(0.17)) { // of few different tokens, so that one place has to be told from its likes
+        const std::vector<Token> few = span(std::max(3, static_cast<int>(repeated.size()) / 2));
+        for (Token &token : repeated)
+            token = few[static_cast<std::size_t>(number(0, static_cast<int>(few.size()) - 1))];
+    }
+    Passage passage{taskName, {}, {}, 0};
+    append(passage, {Tokenizer::messageStart}, false);
+    append(passage, repeated, false);
+    const int times = repeated.size() < longestOften ? number(1, 3) : 1;
+    for (int i = 0; i < times; ++i) {
+        append(passage, {Tokenizer::messageStart}, false);
+        append(passage, repeated, true);
+        append(passage, {Tokenizer::messageEnd}, true);
+    }
+    return passage;
+}
+
+Passage CopyExercises::questions()
+{
+    const int count = number(2, 6);
+    const std::vector<Token> separator = span(1);
+    std::vector<std::pair<std::vector<Token>, std::vector<Token>>> entries;
+    Passage passage{taskName, {}, {}, 0};
+    append(passage, {Tokenizer::messageStart}, false);
+    for (int i = 0; i < count; ++i) {
+        const auto &[key, value] = entries.emplace_back(span(number(1, 3)), span(number(1, 6)));
+        append(passage, key, false);
+        append(passage, value, false);
+        append(passage, separator, false);
+    }
+    const bool repeatsTheKey = chance(0.4);
+    std::ranges::shuffle(entries, m_random);
+    entries.resize(std::min<std::size_t>(entries.size(), 3));
+    for (const auto &[key, value] : entries) {
+        append(passage, {Tokenizer::messageStart}, false);
+        append(passage, key, false);
+        append(passage, {Tokenizer::messageStart}, false);
+        if (repeatsTheKey)
+            append(passage, key, true);
+        append(passage, value, true);
+        append(passage, {Tokenizer::messageEnd}, true);
+    }
+    return passage;
+}
+
+std::vector<Token> CopyExercises::span(int size)
+{
+    const bool isUniform = m_seen.empty() || chance(0.4);
+    std::vector<Token> tokens;
+    tokens.reserve(static_cast<std::size_t>(size));
+    for (int i = 0; i < size; ++i)
+        tokens.push_back(isUniform ? number(Tokenizer::firstByte, m_vocabulary - 1)
+                                   : m_seen[static_cast<std::size_t>(number(0, static_cast<int>(m_seen.size()) - 1))]);
+    return tokens;
+}
+
+int CopyExercises::number(int least, int most)
+{
+    return std::uniform_int_distribution(least, most)(m_random);
+}
+
+bool CopyExercises::chance(double share)
+{
+    return std::bernoulli_distribution(share)(m_random);
+}
+
+} // namespace lumora::training

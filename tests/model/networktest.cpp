@@ -1,0 +1,157 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "trainer/network.h"
+
+#include "trainer/packer.h"
+#include "trainer/startingweights.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <random>
+
+using namespace lumora::training;
+
+namespace {
+
+const Shape small{.vocabulary = 80,
+                  .width = 48,
+                  .layers = 3,
+                  .heads = 4,
+                  .keyHeads = 2,
+                  .headSize = 8,
+                  .hidden = 40,
+                  .context = 400,
+                  .ropeBase = 10000.0F,
+                  .normEpsilon = 1e-5F};
+
+std::mt19937 &chance()
+{
+    static std::mt19937 random(7);
+    return random;
+}
+
+std::vector<float> randomNumbers(std::size_t count, float size)
+{
+    std::normal_distribution<float> normal(0, size);
+    std::vector<float> numbers(count);
+    for (float &number : numbers)
+        number = normal(chance());
+    return numbers;
+}
+
+std::vector<float> randomWeights(const WeightLayout &layout)
+{
+    std::vector<float> weights = randomNumbers(layout.size(), 0.2F);
+    for (const Tensor &tensor : layout.tensors())
+        if (tensor.rows == 1)
+            for (float &gain : tensor.in(std::span(weights)))
+                gain += 1.0F;
+    return weights;
+}
+
+Passage randomPassage(const std::vector<Token> &system, int size)
+{
+    Passage passage{"", system, std::vector<std::uint8_t>(system.size()), system.size()};
+    std::uniform_int_distribution<Token> token(0, small.vocabulary - 1);
+    for (int i = 0; i < size; ++i) {
+        passage.tokens.push_back(token(chance()));
+        passage.supervised.push_back(i > 2 && i % 3 != 0 ? 1 : 0);
+    }
+    return passage;
+}
+
+Batch packed(const std::vector<Passage> &passages)
+{
+    Packer packer(10000);
+    for (const Passage &passage : passages)
+        packer.add(passage);
+    return *packer.takeRest();
+}
+
+} // namespace
+
+class NetworkTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void gradientIsTheSlopeOfTheLoss()
+    {
+        Network network(small);
+        const std::vector<float> weights = randomWeights(network.layout());
+        const std::vector<Token> system = randomPassage({}, 70).tokens; // longer than a block of queries
+        const Batch batch = packed({randomPassage(system, 90), randomPassage(system, 5), randomPassage(system, 65)});
+        std::vector<float> gradient(weights.size());
+        const double loss = network.learn(weights, batch, gradient);
+        QCOMPARE(float(network.predict(weights, batch).loss), float(loss));
+
+        for (const Tensor &tensor : network.layout().tensors()) {
+            const std::vector<float> direction = randomNumbers(tensor.size(), 1.0F);
+            double expected = 0;
+            double length = 0;
+            for (std::size_t i = 0; i < direction.size(); ++i) {
+                expected += double{direction[i]} * gradient[tensor.offset + i];
+                length += double{gradient[tensor.offset + i]} * gradient[tensor.offset + i];
+            }
+            const auto lossAt = [&](float distance) {
+                std::vector<float> moved = weights;
+                for (std::size_t i = 0; i < direction.size(); ++i)
+                    moved[tensor.offset + i] += distance * direction[i];
+                return network.predict(moved, batch).loss;
+            };
+            const float distance = 2e-4F;
+            const double slope = (lossAt(distance) - lossAt(-distance)) / (2.0 * double{distance});
+            QVERIFY2(std::abs(slope - expected) < 0.01 * std::sqrt(length) + 0.01,
+                     qPrintable(QStringLiteral("%1: %2 instead of %3")
+                                    .arg(QString::fromStdString(tensor.name))
+                                    .arg(slope)
+                                    .arg(expected)));
+        }
+    }
+
+    // What stands in a batch once for many is computed as if each had it.
+    void sharedBeginningChangesNothing()
+    {
+        Network network(small);
+        const std::vector<float> weights = randomWeights(network.layout());
+        const std::vector<Token> system = randomPassage({}, 70).tokens;
+        const Passage first = randomPassage(system, 80);
+        const Passage second = randomPassage(system, 30);
+        std::vector<float> together(weights.size());
+        std::vector<float> apart(weights.size());
+        const double loss = network.learn(weights, packed({first, second}), together);
+        const double sum =
+            network.learn(weights, batchOf(first), apart) + network.learn(weights, batchOf(second), apart);
+
+        QVERIFY(std::abs(loss - sum) < 1e-4 * sum);
+        for (std::size_t i = 0; i < together.size(); ++i)
+            QVERIFY(std::abs(together[i] - apart[i]) < 1e-3F + 1e-3F * std::abs(apart[i]));
+    }
+
+    // Before anything was learned, a text that stood there before is continued.
+    void startingWeightsCopy()
+    {
+        const Shape shape{.vocabulary = 500, .context = 512};
+        Network network(shape);
+        const std::vector<float> weights = startingWeights(shape, 1);
+        Passage passage{"", {}, {}, 0};
+        std::uniform_int_distribution<Token> token(2, shape.vocabulary - 1);
+        for (int i = 0; i < 40; ++i)
+            passage.tokens.push_back(token(chance()));
+        passage.supervised.assign(42, 0);
+        passage.tokens.insert(passage.tokens.end(), passage.tokens.begin(), passage.tokens.begin() + 40);
+        passage.supervised.resize(80, 1);
+        const Batch batch = batchOf(passage);
+        const Network::Prediction prediction = network.predict(weights, batch);
+
+        int right = 0;
+        for (std::size_t i = 0; i < batch.targets.size(); ++i)
+            right += prediction.tokens[i] == batch.targets[i].token ? 1 : 0;
+        QVERIFY2(right > 34, qPrintable(QStringLiteral("%1 of 38").arg(right)));
+    }
+};
+
+QTEST_GUILESS_MAIN(NetworkTest)
+#include "networktest.moc"
