@@ -9,6 +9,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <optional>
+#include <utility>
+
 namespace lumora {
 
 namespace {
@@ -61,9 +64,14 @@ FileOutcome refuseTooLong(const QString &path)
 
 ExtractedText extractText(const QString &path, const PdfTextReader &pdf, const std::stop_token &stop)
 {
-    if (isPdf(path))
-        return {.text = pdf.text(path, stop), .failure = std::nullopt};
-    return readUtf8(path);
+    if (!isPdf(path))
+        return readUtf8(path);
+    if (std::optional<QString> text = pdf.text(path, stop))
+        return {.text = std::move(*text), .failure = std::nullopt};
+    return {.text = {},
+            .failure = failure(QT_TRANSLATE_NOOP("lumora::Documents",
+                                                 "PDF files cannot be read, because a part of this program cannot be "
+                                                 "started. Install the program again and add the document again."))};
 }
 
 } // namespace lumora

@@ -26,8 +26,8 @@ bool isTooLarge(const QString &path, const PdfTextReader &pdf);
 FileOutcome refuseTooLong(const QString &path);
 
 /// The whole text of a stored copy. A PDF, told by its extension in any case, gives an empty text and no failure where
-/// it cannot be opened, has no text, or was stopped. Everything else must be UTF-8; a byte order mark is no part of the
-/// text. Blocks; any thread.
+/// it cannot be opened, has no text, or was stopped; it fails only where this program cannot read any PDF. Everything
+/// else must be UTF-8; a byte order mark is no part of the text. Blocks; any thread.
 ExtractedText extractText(const QString &path, const PdfTextReader &pdf, const std::stop_token &stop = {});
 
 } // namespace lumora

@@ -151,22 +151,27 @@ void DocumentImportTest::fileHasItsOutcome()
 void DocumentImportTest::takesPdfsThroughTheHelper_data()
 {
     QTest::addColumn<QByteArray>("script");
-    QTest::addColumn<bool>("isImported");
-    QTest::newRow("text") << QByteArray("echo The lease runs.") << true;
-    QTest::newRow("no text") << QByteArray("echo; echo ' '") << false;
-    QTest::newRow("cannot be opened") << QByteArray("echo The lease; exit 1") << false;
+    QTest::addColumn<QString>("message"); // a part of it; empty where the file is imported
+    QTest::addColumn<qsizetype>("copiesLeft");
+    QTest::newRow("text") << QByteArray("echo The lease runs.") << "" << qsizetype(1);
+    QTest::newRow("no text") << QByteArray("echo; echo ' '") << noText << qsizetype(0);
+    QTest::newRow("cannot be opened") << QByteArray("echo The lease; exit 1") << noText << qsizetype(0);
+    QTest::newRow("helper cannot work") << QByteArray("exit 127") << notImported + "PDF files cannot be read"
+                                        << qsizetype(1);
 }
 
 void DocumentImportTest::takesPdfsThroughTheHelper()
 {
     QFETCH(QByteArray, script);
-    QFETCH(bool, isImported);
+    QFETCH(QString, message);
+    QFETCH(qsizetype, copiesLeft);
     helperSays(script);
     const auto library = open();
     import(*library, pick("Lease.PdF", "caf\xE9"));
-    QCOMPARE(library->errorMessage(), isImported ? QString() : noText);
-    QCOMPARE(copies().size(), isImported ? 1 : 0);
-    QCOMPARE(indexed(*library, "lease").size(), isImported ? 1 : 0);
+    QCOMPARE(library->errorMessage().left(message.size()), message);
+    QCOMPARE(library->errorMessage().isNull(), message.isEmpty());
+    QCOMPARE(copies().size(), copiesLeft);
+    QCOMPARE(indexed(*library, "lease").size(), message.isEmpty() ? 1 : 0);
 }
 
 void DocumentImportTest::refusesWhatIsNoFile()

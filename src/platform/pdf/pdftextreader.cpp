@@ -4,22 +4,14 @@
 #include "platform/pdf/pdftextreader.h"
 
 #include "platform/process/filedescriptor.h"
-#include "platform/process/helperoutput.h"
-#include "platform/process/helperprocess.h"
+#include "platform/process/helperanswer.h"
 
 #include <QByteArray>
-#include <QLoggingCategory>
 #include <QStringDecoder>
-
-#include <optional>
 
 namespace lumora {
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "lumora.pdf", QtWarningMsg)
-
-using Clock = std::chrono::steady_clock;
 
 /// Empty where it is not UTF-8: then it is not the helper that speaks.
 QString decoded(const QByteArray &bytes)
@@ -38,26 +30,23 @@ QList<QByteArray> helperArguments(const PdfLimits &limits)
 
 } // namespace
 
-QString PdfTextReader::text(const QString &path, const std::stop_token &stop) const
+std::optional<QString> PdfTextReader::text(const QString &path, const std::stop_token &stop) const
 {
-    const Clock::time_point deadline = Clock::now() + limits.time;
+    const auto deadline = std::chrono::steady_clock::now() + limits.time;
     const FileDescriptor file = openedFile(path, limits.memoryBytes);
     if (!file.isOpen() || stop.stop_requested())
-        return {};
-    HelperProcess process(helper, helperArguments(limits), file);
-    if (process.startError() != 0) {
-        qCWarning(log, "%ls cannot be started: %ls", qUtf16Printable(helper),
-                  qUtf16Printable(qt_error_string(process.startError())));
-        return {};
+        return QString();
+    const HelperAnswer answer = answerOf({helper, helperArguments(limits), deadline, limits.textBytes}, file, stop);
+    switch (answer.outcome) {
+    case HelperAnswer::Outcome::complete:
+        return decoded(answer.output);
+    case HelperAnswer::Outcome::failed:
+    case HelperAnswer::Outcome::late:
+        break;
+    case HelperAnswer::Outcome::unusable:
+        return std::nullopt;
     }
-    const std::optional<QByteArray> output = outputOf(process, deadline, limits.textBytes, stop);
-    if (!output)
-        return {};
-    if (const std::optional<QString> failure = process.end()) {
-        qCWarning(log, "%ls %ls", qUtf16Printable(helper), qUtf16Printable(*failure));
-        return {};
-    }
-    return decoded(*output);
+    return QString();
 }
 
 } // namespace lumora

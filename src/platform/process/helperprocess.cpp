@@ -102,21 +102,15 @@ HelperProcess::~HelperProcess()
         end();
 }
 
-std::optional<QString> HelperProcess::end()
+int HelperProcess::end()
 {
     // Until it is waited for, its number is nobody else's; one that has ended keeps its status.
     ::kill(-m_process, SIGKILL);
     int status = 0;
-    while (::waitpid(m_process, &status, 0) < 0) {
-        if (errno != EINTR)
-            return qt_error_string(errno);
+    while (::waitpid(m_process, &status, 0) < 0 && errno == EINTR) {
     }
     m_process = 0;
-    if (WIFSIGNALED(status))
-        return QStringLiteral("ended by signal %1").arg(WTERMSIG(status));
-    if (WEXITSTATUS(status) != 0)
-        return QStringLiteral("ended with status %1").arg(WEXITSTATUS(status));
-    return std::nullopt;
+    return status;
 }
 
 } // namespace lumora

@@ -9,7 +9,6 @@
 #include <QList>
 #include <QString>
 
-#include <optional>
 #include <sys/types.h>
 
 namespace lumora {
@@ -33,8 +32,8 @@ public:
     /// For poll: can be read from once the process has ended.
     const FileDescriptor &endEvent() const { return m_endEvent; }
 
-    /// Kills it unless it has ended by itself, and says in words how it failed; nothing where it did not. Once.
-    std::optional<QString> end();
+    /// Kills it unless it has ended by itself. How it ended, as waitpid says it. Once.
+    int end();
 
 private:
     void start(const QString &program, QList<QByteArray> &arguments, int input);

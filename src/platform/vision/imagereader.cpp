@@ -6,17 +6,13 @@
 #include "platform/images/imagefile.h"
 #include "platform/model/errors.h"
 #include "platform/process/filedescriptor.h"
-#include "platform/process/helperoutput.h"
-#include "platform/process/helperprocess.h"
+#include "platform/process/helperanswer.h"
 
 #include <QLocale>
-#include <QLoggingCategory>
 
 namespace lumora {
 
 namespace {
-
-Q_LOGGING_CATEGORY(log, "lumora.vision", QtWarningMsg)
 
 constexpr qint64 mostMemory = qint64(3) << 30; // address space; the largest image takes a third of it
 constexpr qint64 mostOutput = qint64(4) << 20;
@@ -42,21 +38,19 @@ Reading ImageReader::read(const QString &imagePath, Wanted wanted, const std::st
     const FileDescriptor file = openedFile(imagePath, imageLimits.fileBytes);
     if (!file.isOpen())
         return {Outcome::noImage, {}};
-    HelperProcess process(helper, helperArguments(wanted, time), file);
-    if (process.startError() != 0) {
-        qCWarning(log, "%ls cannot be started: %ls", qUtf16Printable(helper),
-                  qUtf16Printable(qt_error_string(process.startError())));
+    const HelperAnswer answer = answerOf({helper, helperArguments(wanted, time), deadline, mostOutput}, file, stop);
+    switch (answer.outcome) {
+    case HelperAnswer::Outcome::complete:
+        return decodedReading(answer.output).value_or(Reading{Outcome::noImage, {}});
+    case HelperAnswer::Outcome::failed:
+        break;
+    case HelperAnswer::Outcome::late:
+        return {Outcome::late, {}};
+    case HelperAnswer::Outcome::unusable:
         throw ModelError(QStringLiteral("The image cannot be read, because a part of this program cannot be started. "
                                         "Install the program again and ask again."));
     }
-    const std::optional<QByteArray> output = outputOf(process, deadline, mostOutput, stop);
-    if (!output)
-        return {Outcome::late, {}};
-    const std::optional<QString> failure = process.end();
-    if (failure)
-        qCWarning(log, "%ls %ls", qUtf16Printable(helper), qUtf16Printable(*failure));
-    const std::optional<Reading> reading = failure ? std::nullopt : decodedReading(*output);
-    return reading.value_or(Reading{Outcome::noImage, {}});
+    return {Outcome::noImage, {}};
 }
 
 } // namespace lumora

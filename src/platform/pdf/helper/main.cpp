@@ -3,11 +3,12 @@
 
 // lumora-pdf-text MEMORY SECONDS: writes the text of the PDF file that is its standard input to its standard output.
 // MEMORY: bytes of address space that it may take beside that of the file, and the size of the largest file;
-// SECONDS: of processor time. Ends with 0 where it has read to the end; a file that is no PDF, or a locked one, has no
+// SECONDS: of processor time. Ends with a HelperStatus; a file that is no PDF, or a locked one, is complete without
 // text.
 
 #include "documenttext.h"
 #include "platform/process/confinement.h"
+#include "platform/process/helperstatus.h"
 
 #include <cerrno>
 #include <charconv>
@@ -25,12 +26,6 @@
 using namespace lumora;
 
 namespace {
-
-enum ExitStatus {
-    complete = 0,
-    incomplete = 1,
-    misused = 2,
-};
 
 std::optional<std::uint64_t> number(const char *word)
 {
@@ -59,10 +54,12 @@ int main(int argc, char **argv)
     const auto seconds = argc == 3 ? number(argv[2]) : std::nullopt;
     struct stat facts = {};
     if (!memory || !seconds || fstat(STDIN_FILENO, &facts) != 0 || !S_ISREG(facts.st_mode))
-        return misused;
+        return unable;
     const auto size = static_cast<std::uint64_t>(facts.st_size);
-    if (size > *memory || !confine(*memory + size, *seconds))
+    if (size > *memory)
         return incomplete;
+    if (!confine(*memory + size, *seconds))
+        return unable;
     // A file that lies in memory as it lies on the disk takes none that could not be had back.
     void *const bytes = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, STDIN_FILENO, 0);
     if (bytes == MAP_FAILED)

@@ -4,9 +4,10 @@
 // lumora-image-reader WHAT MEMORY SECONDS TESSDATA [LANGUAGE...]: writes what stands in the image file that is its
 // standard input to its standard output, as reading.h encodes it. WHAT: text or barcodes; MEMORY: bytes of address
 // space; SECONDS: of processor time; TESSDATA: the folder of language data, or empty for the system's; LANGUAGE: the
-// user's.
+// user's. Ends with a HelperStatus.
 
 #include "platform/process/confinement.h"
+#include "platform/process/helperstatus.h"
 #include "platform/vision/reader/contents.h"
 
 #include <QFile>
@@ -17,12 +18,6 @@
 using namespace lumora;
 
 namespace {
-
-enum ExitStatus {
-    complete = 0,
-    incomplete = 1,
-    misused = 2,
-};
 
 bool writeOut(const QByteArray &bytes)
 {
@@ -37,9 +32,9 @@ int main(int argc, char **argv)
     const QList<QByteArray> arguments(argv + 1, argv + argc);
     struct stat facts = {};
     if (arguments.size() < 4 || fstat(STDIN_FILENO, &facts) != 0 || !S_ISREG(facts.st_mode))
-        return misused;
+        return unable;
     if (!confine(arguments[1].toULongLong(), arguments[2].toULongLong()))
-        return incomplete;
+        return unable;
     if (!arguments[3].isEmpty())
         qputenv("TESSDATA_PREFIX", arguments[3]);
     QStringList languages;

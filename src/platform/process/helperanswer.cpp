@@ -1,21 +1,35 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/process/helperoutput.h"
+#include "platform/process/helperanswer.h"
+
+#include "platform/process/helperprocess.h"
+#include "platform/process/helperstatus.h"
+
+#include <QLoggingCategory>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <limits>
+#include <optional>
 #include <poll.h>
 #include <sys/eventfd.h>
+#include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 namespace lumora {
 
 namespace {
 
+Q_LOGGING_CATEGORY(log, "lumora.helper", QtWarningMsg)
+
 using Clock = std::chrono::steady_clock;
+using Outcome = HelperAnswer::Outcome;
+
+/// How the system's loader ends a program whose libraries it does not find.
+constexpr int notLoaded = 127;
 
 /// Something for poll that can be read from once stop was requested.
 class StopEvent
@@ -56,9 +70,8 @@ Read readMore(const FileDescriptor &output, QByteArray &bytes)
     return count > 0 || (count < 0 && errno == EINTR) ? Read::something : Read::end;
 }
 
-} // namespace
-
-std::optional<QByteArray> outputOf(const HelperProcess &process, Clock::time_point deadline, qint64 mostBytes,
+/// All that the helper writes until it has ended; nothing where that is too much or takes too long, or on stop.
+std::optional<QByteArray> outputOf(const HelperProcess &process, const HelperRequest &request,
                                    const std::stop_token &stop)
 {
     const StopEvent stopEvent(stop);
@@ -68,7 +81,7 @@ std::optional<QByteArray> outputOf(const HelperProcess &process, Clock::time_poi
     auto &[output, end, stopped] = events;
     QByteArray bytes;
     for (;;) {
-        const int wait = millisecondsUntil(deadline);
+        const int wait = millisecondsUntil(request.deadline);
         if (wait == 0 || stop.stop_requested())
             return std::nullopt;
         if (::poll(events.data(), events.size(), wait) < 0)
@@ -77,9 +90,38 @@ std::optional<QByteArray> outputOf(const HelperProcess &process, Clock::time_poi
             return bytes;
         if (output.revents != 0 && readMore(process.output(), bytes) == Read::end)
             output.fd = -1;
-        if (bytes.size() > mostBytes)
+        if (bytes.size() > request.mostBytes)
             return std::nullopt;
     }
+}
+
+Outcome outcomeOf(const QString &program, int status)
+{
+    if (WIFSIGNALED(status)) {
+        qCWarning(log, "%ls ended by signal %d", qUtf16Printable(program), WTERMSIG(status));
+        return Outcome::failed;
+    }
+    if (WEXITSTATUS(status) == HelperStatus::complete)
+        return Outcome::complete;
+    qCWarning(log, "%ls ended with status %d", qUtf16Printable(program), WEXITSTATUS(status));
+    const bool isUnusable = WEXITSTATUS(status) == HelperStatus::unable || WEXITSTATUS(status) == notLoaded;
+    return isUnusable ? Outcome::unusable : Outcome::failed;
+}
+
+} // namespace
+
+HelperAnswer answerOf(const HelperRequest &request, const FileDescriptor &file, const std::stop_token &stop)
+{
+    HelperProcess process(request.program, request.arguments, file);
+    if (process.startError() != 0) {
+        qCWarning(log, "%ls cannot be started: %ls", qUtf16Printable(request.program),
+                  qUtf16Printable(qt_error_string(process.startError())));
+        return {Outcome::unusable, {}};
+    }
+    std::optional<QByteArray> output = outputOf(process, request, stop);
+    if (!output)
+        return {Outcome::late, {}};
+    return {outcomeOf(request.program, process.end()), std::move(*output)};
 }
 
 } // namespace lumora
