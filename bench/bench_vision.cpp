@@ -3,7 +3,7 @@
 
 // What recognising a page of text costs, through the tool and with the tesseract command.
 
-#include "platform/vision/ocrtool.h"
+#include "platform/vision/imagetools.h"
 #include "platform/vision/reader/ocrlanguages.h"
 #include "platform/vision/reader/textrecognizer.h"
 
@@ -64,9 +64,9 @@ void expectPage(benchmark::State &state, const QString &text)
 void recognisePage(benchmark::State &state)
 {
     const Sheet sheet;
-    const OCRTool tool{.imagePath = sheet.path(), .reader = {QStringLiteral(IMAGE_READER)}};
+    const ImageTool tool = ocrTool(sheet.path(), {QStringLiteral(IMAGE_READER)});
     for (auto _ : state)
-        expectPage(state, tool.call({}));
+        expectPage(state, tool.call({}, {}));
 }
 BENCHMARK(recognisePage)->Unit(benchmark::kMillisecond)->UseRealTime();
 

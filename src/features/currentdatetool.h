@@ -3,12 +3,11 @@
 
 #pragma once
 
-#include "platform/model/generable.h"
+#include "platform/model/textargument.h"
 
 #include <QString>
-#include <QUuid>
 
-#include <optional>
+#include <stop_token>
 
 namespace lumora {
 
@@ -18,27 +17,11 @@ struct CurrentDateTool
     QString name;
     QString description;
 
-    struct Arguments
-    {
-        QString question;
-
-        struct PartiallyGenerated
-        {
-            QUuid id; ///< the content's generation identifier, or a new one
-            std::optional<QString> question;
-
-            static PartiallyGenerated fromGeneratedContent(const GeneratedContent &content);
-        };
-
-        static GenerationSchema generationSchema();
-        static Arguments fromGeneratedContent(const GeneratedContent &content);
-        GeneratedContent generatedContent() const;
-
-        bool operator==(const Arguments &) const = default;
-    };
+    static constexpr TextProperty question{u"question", u"The user's question about the current date or time"};
+    using Arguments = TextArgument<question>;
 
     /// The current instant in full, as the user's locale writes it, and nothing else. The question plays no role in it.
-    QString call(const Arguments &arguments) const;
+    QString call(const Arguments &arguments, const std::stop_token &stop) const;
 };
 
 } // namespace lumora

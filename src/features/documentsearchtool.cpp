@@ -20,7 +20,6 @@ namespace lumora {
 
 namespace {
 
-constexpr QStringView queryProperty = u"query";
 constexpr qsizetype mostIndexResults = 8;
 constexpr qsizetype mostResults = 3;
 
@@ -53,7 +52,7 @@ QStringList searchIndex(const DocumentSearchTool &tool, const QString &query)
 }
 
 /// Reads the stored copies, in the order of the list.
-QStringList scanDocuments(const DocumentSearchTool &tool, const QString &query)
+QStringList scanDocuments(const DocumentSearchTool &tool, const QString &query, const std::stop_token &stop)
 {
     const QString folded = caseFolded(query);
     const QList<QStringView> terms = words(folded);
@@ -63,10 +62,10 @@ QStringList scanDocuments(const DocumentSearchTool &tool, const QString &query)
     };
     QStringList results;
     for (const ImportedDocument &document : tool.documents) {
-        if (terms.isEmpty() || results.size() == mostResults || tool.stop.stop_requested())
+        if (terms.isEmpty() || results.size() == mostResults || stop.stop_requested())
             break;
         // A file that is missing or that is no text counts as empty; its name may match all the same.
-        const QString text = extractText(tool.directory + u'/' + document.filename, tool.pdf, tool.stop).text;
+        const QString text = extractText(tool.directory + u'/' + document.filename, tool.pdf, stop).text;
         if (holdsATerm(document.name) || holdsATerm(text))
             results.append(result(document.name, text, query));
     }
@@ -75,42 +74,16 @@ QStringList scanDocuments(const DocumentSearchTool &tool, const QString &query)
 
 } // namespace
 
-DocumentSearchTool::Arguments::PartiallyGenerated
-DocumentSearchTool::Arguments::PartiallyGenerated::fromGeneratedContent(const GeneratedContent &content)
-{
-    return {.id = content.id().value_or(QUuid::createUuid()), .query = content.optionalText(queryProperty)};
-}
-
-GenerationSchema DocumentSearchTool::Arguments::generationSchema()
-{
-    return {
-        .typeName = QStringLiteral("Arguments"),
-        .properties = {{queryProperty.toString(),
-                        QStringLiteral("A short search phrase with the important names and concepts"),
-                        GenerationSchema::Type::text}},
-    };
-}
-
-DocumentSearchTool::Arguments DocumentSearchTool::Arguments::fromGeneratedContent(const GeneratedContent &content)
-{
-    return {.query = content.text(queryProperty)};
-}
-
-GeneratedContent DocumentSearchTool::Arguments::generatedContent() const
-{
-    return GeneratedContent::Properties{{queryProperty.toString(), query}};
-}
-
-QString DocumentSearchTool::call(const Arguments &arguments) const
+QString DocumentSearchTool::call(const Arguments &arguments, const std::stop_token &stop) const
 {
     QStringList results;
     try {
-        results = searchIndex(*this, arguments.query);
+        results = searchIndex(*this, arguments.text);
     } catch (const SearchError &error) {
         throw ModelError(error.description());
     }
     if (results.isEmpty())
-        results = scanDocuments(*this, arguments.query);
+        results = scanDocuments(*this, arguments.text, stop);
     if (results.isEmpty())
         return QStringLiteral("No matching imported documents were found.");
     return results.join(QStringLiteral("\n\n"));
@@ -129,7 +102,6 @@ std::optional<DocumentSearchTool> searchTool(const DocumentLibrary &library)
         .directory = *directory,
         .index = library.index(),
         .pdf = library.pdf(),
-        .stop = library.stopToken(),
     };
 }
 

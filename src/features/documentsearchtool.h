@@ -4,13 +4,12 @@
 #pragma once
 
 #include "documents/importeddocument.h"
-#include "platform/model/generable.h"
+#include "platform/model/textargument.h"
 #include "platform/pdf/pdftextreader.h"
 #include "platform/search/searchindex.h"
 
 #include <QList>
 #include <QString>
-#include <QUuid>
 
 #include <memory>
 #include <optional>
@@ -30,30 +29,13 @@ struct DocumentSearchTool
     QString directory; ///< absolute, of the stored copies
     std::shared_ptr<SearchIndex> index;
     PdfTextReader pdf;
-    std::stop_token stop; ///< ends the reading of stored copies
 
-    struct Arguments
-    {
-        QString query;
+    static constexpr TextProperty query{u"query", u"A short search phrase with the important names and concepts"};
+    using Arguments = TextArgument<query>;
 
-        struct PartiallyGenerated
-        {
-            QUuid id; ///< the content's generation identifier, or a new one
-            std::optional<QString> query;
-
-            static PartiallyGenerated fromGeneratedContent(const GeneratedContent &content);
-        };
-
-        static GenerationSchema generationSchema();
-        static Arguments fromGeneratedContent(const GeneratedContent &content);
-        GeneratedContent generatedContent() const;
-
-        bool operator==(const Arguments &) const = default;
-    };
-
-    /// Up to three titles with excerpts, or a sentence that says that nothing was found. Runs on a worker thread.
-    /// Throws ModelError where the index cannot be read.
-    QString call(const Arguments &arguments) const;
+    /// Up to three titles with excerpts, or a sentence that says that nothing was found. Runs on a worker thread; stop
+    /// ends the reading of stored copies. Throws ModelError where the index cannot be read.
+    QString call(const Arguments &arguments, const std::stop_token &stop) const;
 };
 
 /// The tool for the library as it stands; none where it has no folder or no documents. Main thread.

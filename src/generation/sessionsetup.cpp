@@ -7,8 +7,7 @@
 #include "features/currentdatetool.h"
 #include "features/documentsearchtool.h"
 #include "generation/toolselection.h"
-#include "platform/vision/barcodereadertool.h"
-#include "platform/vision/ocrtool.h"
+#include "platform/vision/imagetools.h"
 
 namespace lumora {
 
@@ -51,9 +50,9 @@ ToolList selectTools(const QString &typedText, const std::optional<QString> &ima
     if (selection.currentDate)
         tools.append(makeTool(currentDateTool()));
     if (imageURL && selection.imageTool == ToolSelection::ImageTool::barcodeReader)
-        tools.append(makeTool(BarcodeReaderTool{.imagePath = *imageURL, .reader = images}));
+        tools.append(makeTool(barcodeReaderTool(*imageURL, images)));
     if (imageURL && selection.imageTool == ToolSelection::ImageTool::textRecognition)
-        tools.append(makeTool(OCRTool{.imagePath = *imageURL, .reader = images}));
+        tools.append(makeTool(ocrTool(*imageURL, images)));
     if (documentSearch && selection.documentSearch)
         tools.append(makeTool(*documentSearch));
     return tools;

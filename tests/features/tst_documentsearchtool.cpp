@@ -36,7 +36,7 @@ private Q_SLOTS:
 private:
     void addItem(const QString &id, const QString &title, const QString &text);
     void addFile(const QString &name, const QByteArray &content);
-    QString call(const QString &query) const { return m_tool.call({.query = query}); }
+    QString call(const QString &query) const { return m_tool.call({.text = query}, {}); }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     DocumentSearchTool m_tool;
@@ -144,7 +144,7 @@ void DocumentSearchToolTest::isOfferedWithDocumentsOnly()
     const std::optional<DocumentSearchTool> tool = searchTool(library);
     QVERIFY(tool);
     QCOMPARE(tool->documents, library.documents());
-    QCOMPARE(tool->call({.query = "pets"}), "Document: a.txt\nExcerpt: pets");
+    QCOMPARE(tool->call({.text = "pets"}, {}), "Document: a.txt\nExcerpt: pets");
     const auto &properties = DocumentSearchTool::Arguments::generationSchema().properties;
     QCOMPARE(properties.size(), 1);
     QCOMPARE(properties.front().name, "query");

@@ -93,11 +93,11 @@ void GenerablesTest::answersTheDateToAnyQuestion()
     const auto tool = makeTool(CurrentDateTool{"currentDate", "Get the date"});
     const QString weekday = QLocale(QLocale::English).dayName(QDate::currentDate().dayOfWeek());
     for (const char *json : {R"({"question":""})", R"({"question":"What is love?"})"}) {
-        const QString output = tool->call(GeneratedContent::fromJson(json));
+        const QString output = tool->call(GeneratedContent::fromJson(json), {});
         QVERIFY2(output.startsWith(weekday) && output.contains(QString::number(QDate::currentDate().year())),
                  qPrintable(output));
     }
-    QVERIFY_THROWS_EXCEPTION(ConversionError, tool->call(GeneratedContent::fromJson("{}")));
+    QVERIFY_THROWS_EXCEPTION(ConversionError, tool->call(GeneratedContent::fromJson("{}"), {}));
 }
 
 QTEST_APPLESS_MAIN(GenerablesTest)

@@ -3,19 +3,19 @@
 
 // What a person does with documents and images, from the pickers to the reply.
 
+#include "documents/listfile.h"
+#include "platform/model/childprocesses.h"
+#include "platform/model/replyworkers.h"
 #include "platform/model/scripted/cannedconversation.h"
 #include "platform/pdf/pdfwriter.h"
+#include "platform/vision/pictures.h"
 #include "store/storefixture.h"
 #include "ui/windowdriver.h"
 
 #include <QGuiApplication>
-#include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
-
-#include <ZXing/BarcodeFormat.h>
-#include <ZXing/BitMatrix.h>
-#include <ZXing/MultiFormatWriter.h>
+#include <QThreadPool>
 
 using namespace lumora;
 
@@ -33,8 +33,12 @@ private Q_SLOTS:
     void readsACode();
     void takesAnImageBack();
     void cancelledPickersChangeNothing();
+    void endsAToolThatRuns_data();
+    void endsAToolThatRuns();
+    void keepsManyDocumentsInReach();
 
 private:
+    void open();
     QString file(const QString &name, const QByteArray &content) const;
     QString picture(const QString &name, const QImage &image) const;
     void pick(const QString &button, const QString &path) const;
@@ -51,6 +55,12 @@ void DocumentsAndImagesTest::init()
     m_fixture = std::make_unique<StoreFixture>();
     m_fixture->model = std::make_shared<ScriptedModelService>(
         [](const ReplyRequest &request) { return cannedReply(request, std::chrono::milliseconds(1)); });
+    open();
+}
+
+void DocumentsAndImagesTest::open()
+{
+    m_driver.reset();
     m_store = std::make_unique<ChatStore>(SystemLanguageModel(m_fixture->model), m_fixture->data.path(),
                                           PdfTextReader{.helper = QStringLiteral(PDF_HELPER)},
                                           ImageReader{.helper = QStringLiteral(IMAGE_READER)});
@@ -143,15 +153,7 @@ void DocumentsAndImagesTest::tellsWhatCannotBeImported()
 
 void DocumentsAndImagesTest::readsAPage()
 {
-    QImage page(900, 300, QImage::Format_RGB32);
-    page.fill(Qt::white);
-    QPainter painter(&page);
-    QFont font(QStringLiteral("Inter"));
-    font.setPixelSize(40);
-    painter.setFont(font);
-    painter.drawText(page.rect(), Qt::AlignCenter, QStringLiteral("The total is 42 euros.\nPlease pay by Friday."));
-    painter.end();
-
+    const QImage page = test::written({.lines = {"The total is 42 euros.", "Please pay by Friday."}});
     pick(QStringLiteral("Attach Image"), picture(QStringLiteral("page.png"), page));
     QTRY_VERIFY(m_driver->shows(QAccessible::Button, QStringLiteral("Remove image")));
     ask(QStringLiteral("Read this page"));
@@ -163,13 +165,7 @@ void DocumentsAndImagesTest::readsAPage()
 
 void DocumentsAndImagesTest::readsACode()
 {
-    const auto bits =
-        ZXing::MultiFormatWriter(ZXing::BarcodeFormat::QRCode).encode(L"https://example.org/menu", 300, 300);
-    QImage code(bits.width(), bits.height(), QImage::Format_RGB32);
-    for (int y = 0; y < bits.height(); ++y)
-        for (int x = 0; x < bits.width(); ++x)
-            code.setPixelColor(x, y, bits.get(x, y) ? Qt::black : Qt::white);
-
+    const QImage code = test::barcode("QRCode", "https://example.org/menu", 300, 300);
     pick(QStringLiteral("Attach Image"), picture(QStringLiteral("code.png"), code));
     ask(QStringLiteral("What does the QR code say?"));
     QVERIFY2(reply().text.contains(QStringLiteral("https://example.org/menu")), qPrintable(reply().text));
@@ -199,6 +195,55 @@ void DocumentsAndImagesTest::cancelledPickersChangeNothing()
     QVERIFY(!m_store->pendingImageURL());
     QVERIFY(!m_store->library()->isImporting());
     QVERIFY(m_store->errorMessage().isNull() && m_store->library()->errorMessage().isNull());
+}
+
+void DocumentsAndImagesTest::endsAToolThatRuns_data()
+{
+    QTest::addColumn<bool>("isClosed");
+    QTest::newRow("Stop") << false;
+    QTest::newRow("the window closes") << true;
+}
+
+void DocumentsAndImagesTest::endsAToolThatRuns()
+{
+    QFETCH(bool, isClosed);
+    pick(QStringLiteral("Attach Image"), picture(QStringLiteral("codes.png"), test::endlessCodes()));
+    m_store->setDraft(QStringLiteral("What does the QR code say?"));
+    m_driver->click(m_driver->find(QAccessible::Button, QStringLiteral("Send")));
+    QTRY_VERIFY(!childProcesses().isEmpty());
+    if (isClosed) {
+        m_driver.reset();
+        m_store.reset();
+    } else {
+        m_driver->click(m_driver->find(QAccessible::Button, QStringLiteral("Stop")));
+        QVERIFY(!m_store->isGenerating());
+    }
+    QVERIFY(replyWorkers()->waitForDone(10000));
+    QVERIFY(childProcesses().isEmpty());
+}
+
+void DocumentsAndImagesTest::keepsManyDocumentsInReach()
+{
+    QList<ImportedDocument> documents;
+    for (int i = 1; i <= 40; ++i)
+        documents.append({.name = QStringLiteral("%1.txt").arg(i), .filename = QStringLiteral("%1.txt").arg(i)});
+    m_fixture->write(QStringLiteral("Documents/documents.json"), encodeDocuments(documents));
+    open();
+    const QRectF window(QPointF(), m_driver->window()->size());
+    const auto isInWindow = [&window](const QQuickItem *item) {
+        return item && window.contains(item->mapRectToScene(item->boundingRect()));
+    };
+    QVERIFY(isInWindow(m_driver->find(QAccessible::StaticText, QStringLiteral("On-device model ready"))));
+
+    m_driver->find(QAccessible::Button, QStringLiteral("Add Document"))->forceActiveFocus(Qt::TabFocusReason);
+    const QString last = QStringLiteral("Remove 40.txt");
+    for (int i = 0; i < 40 && m_driver->focusName() != last; ++i)
+        m_driver->press(Qt::Key_Tab);
+    QCOMPARE(m_driver->focusName(), last);
+    QTRY_VERIFY(isInWindow(m_driver->find(QAccessible::Button, last)));
+    m_driver->click(m_driver->find(QAccessible::Button, last));
+    QCOMPARE(m_store->library()->documents().size(), 39);
+    QCOMPARE(m_store->library()->documents().last().name, QStringLiteral("39.txt"));
 }
 
 int main(int argc, char *argv[])

@@ -19,7 +19,10 @@ ReplyRun::ReplyRun(std::shared_ptr<SessionRecord> record, ToolList tools)
 {
 }
 
-ReplyRun::~ReplyRun() = default;
+ReplyRun::~ReplyRun()
+{
+    m_toolStop.request_stop();
+}
 
 void ReplyRun::start(ModelService *service, ReplyRequest request)
 {
@@ -37,10 +40,8 @@ void ReplyRun::start(ModelService *service, ReplyRequest request)
 
 void ReplyRun::cancel(Wake wake)
 {
-    if (m_state == State::running) {
-        m_state = State::cancelled;
-        m_reply->cancel();
-    }
+    if (m_state == State::running)
+        end(State::cancelled);
     if (wake == Wake::now)
         m_news.wakeNow();
     else
@@ -70,7 +71,7 @@ void ReplyRun::takeToolCall(const QString &serviceCallID, const QString &toolNam
                  .arg(toolName));
         return;
     }
-    auto *watcher = runTool(tool, argumentsJson, this);
+    auto *watcher = runTool(tool, argumentsJson, m_toolStop.get_token(), this);
     connect(watcher, &QFutureWatcherBase::finished, this,
             [this, watcher, callID, serviceCallID] { takeToolOutcome(callID, serviceCallID, watcher->result()); });
 }
@@ -104,10 +105,17 @@ void ReplyRun::fail(const QString &description)
 {
     if (m_state != State::running)
         return;
-    m_state = State::failed;
     m_failure = description;
-    m_reply->cancel();
+    end(State::failed);
     m_news.wakeLater();
+}
+
+/// Before its time.
+void ReplyRun::end(State state)
+{
+    m_state = state;
+    m_toolStop.request_stop();
+    m_reply->cancel();
 }
 
 void ReplyRun::publish()

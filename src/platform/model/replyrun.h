@@ -14,6 +14,7 @@
 
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 namespace lumora {
 
@@ -45,7 +46,7 @@ public:
     /// Without a service the reply counts as cancelled. Where the service is destroyed, the reply is cancelled at once.
     void start(ModelService *service, ReplyRequest request);
 
-    /// Changes nothing once the reply has ended, but still wakes who waits for its end.
+    /// Stops the model and the tools. Changes nothing once the reply has ended, but still wakes who waits for its end.
     void cancel(Wake wake);
 
     /// The newest snapshot that was not taken yet; nothing once the reply is complete. Throws ModelError after the last
@@ -68,12 +69,14 @@ private:
     void takeToolOutcome(const QString &callID, const QString &serviceCallID, const ToolOutcome &outcome);
     void takeEnd(const Usage &usage, const QByteArray &json);
     void fail(const QString &description);
+    void end(State state);
     void publish();
     std::shared_ptr<const Tool> toolNamed(const QString &name) const;
 
     std::shared_ptr<SessionRecord> m_record;
     ToolList m_tools;
     std::unique_ptr<ModelReply> m_reply;
+    std::stop_source m_toolStop;
     WaitPoint m_news;
     State m_state = State::running;
     QString m_text;

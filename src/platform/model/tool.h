@@ -10,24 +10,26 @@
 
 #include <concepts>
 #include <memory>
+#include <stop_token>
 
 namespace lumora {
 
 /// A record that fulfils the tool contract: a name, a description, generable arguments, and a call that runs on a
 /// worker thread, reads nothing but its own fields and services that are safe there, and throws ModelError where it
-/// fails.
+/// fails. Once stop is requested nobody wants its output any more, and it is to end soon, in whatever way.
 template <typename T>
-concept ToolRecord = std::copyable<T> && Generable<typename T::Arguments> && requires(const T &tool) {
-    {
-        tool.name
-    } -> std::convertible_to<QString>;
-    {
-        tool.description
-    } -> std::convertible_to<QString>;
-    {
-        tool.call(typename T::Arguments{})
-    } -> std::convertible_to<QString>;
-};
+concept ToolRecord =
+    std::copyable<T> && Generable<typename T::Arguments> && requires(const T &tool, const std::stop_token &stop) {
+        {
+            tool.name
+        } -> std::convertible_to<QString>;
+        {
+            tool.description
+        } -> std::convertible_to<QString>;
+        {
+            tool.call(typename T::Arguments{}, stop)
+        } -> std::convertible_to<QString>;
+    };
 
 /// Any tool, as a session holds it. Immutable; shared between threads.
 class Tool
@@ -42,8 +44,9 @@ public:
     /// Whether name, description and parameters are written into the session's instructions.
     virtual bool includesSchemaInInstructions() const { return true; }
 
-    /// Runs on a worker thread. Throws ConversionError where the arguments do not fit, ModelError where the call fails.
-    virtual QString call(const GeneratedContent &arguments) const = 0;
+    /// Runs on a worker thread, and ends soon once stop is requested. Throws ConversionError where the arguments do not
+    /// fit, ModelError where the call fails.
+    virtual QString call(const GeneratedContent &arguments, const std::stop_token &stop) const = 0;
 };
 
 using ToolList = QList<std::shared_ptr<const Tool>>;
@@ -61,9 +64,9 @@ public:
     QString name() const override { return m_record.name; }
     QString description() const override { return m_record.description; }
     GenerationSchema parameters() const override { return T::Arguments::generationSchema(); }
-    QString call(const GeneratedContent &arguments) const override
+    QString call(const GeneratedContent &arguments, const std::stop_token &stop) const override
     {
-        return m_record.call(T::Arguments::fromGeneratedContent(arguments));
+        return m_record.call(T::Arguments::fromGeneratedContent(arguments), stop);
     }
 
 private:

@@ -4,6 +4,7 @@
 #include "platform/model/toolrunner.h"
 
 #include "platform/model/errors.h"
+#include "platform/model/replyworkers.h"
 
 #include <QtConcurrentRun>
 
@@ -12,10 +13,11 @@ namespace lumora {
 namespace {
 
 // Nothing that a tool throws may leave the worker.
-ToolOutcome callTool(const std::shared_ptr<const Tool> &tool, const QByteArray &argumentsJson)
+ToolOutcome callTool(const std::shared_ptr<const Tool> &tool, const QByteArray &argumentsJson,
+                     const std::stop_token &stop)
 {
     try {
-        return {tool->call(GeneratedContent::fromJson(argumentsJson)), {}};
+        return {tool->call(GeneratedContent::fromJson(argumentsJson), stop), {}};
     } catch (const ModelError &error) {
         return {std::nullopt, error.description()};
     } catch (const std::exception &error) {
@@ -27,10 +29,12 @@ ToolOutcome callTool(const std::shared_ptr<const Tool> &tool, const QByteArray &
 
 } // namespace
 
-QFutureWatcher<ToolOutcome> *runTool(std::shared_ptr<const Tool> tool, QByteArray argumentsJson, QObject *parent)
+QFutureWatcher<ToolOutcome> *runTool(std::shared_ptr<const Tool> tool, QByteArray argumentsJson, std::stop_token stop,
+                                     QObject *parent)
 {
     auto *watcher = new QFutureWatcher<ToolOutcome>(parent);
-    watcher->setFuture(QtConcurrent::run(callTool, std::move(tool), std::move(argumentsJson)));
+    watcher->setFuture(
+        QtConcurrent::run(replyWorkers(), callTool, std::move(tool), std::move(argumentsJson), std::move(stop)));
     return watcher;
 }
 

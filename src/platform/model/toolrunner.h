@@ -11,6 +11,7 @@
 
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 namespace lumora {
 
@@ -22,7 +23,8 @@ struct ToolOutcome
 };
 
 /// Calls the tool on a worker thread. The watcher, a child of parent, says on the parent's thread when it is done.
-/// Destroying the watcher gives up the outcome; the call itself runs to its end on what it holds.
-QFutureWatcher<ToolOutcome> *runTool(std::shared_ptr<const Tool> tool, QByteArray argumentsJson, QObject *parent);
+/// Destroying the watcher gives up the outcome; the call itself runs to its end, or until stop, on what it holds.
+QFutureWatcher<ToolOutcome> *runTool(std::shared_ptr<const Tool> tool, QByteArray argumentsJson, std::stop_token stop,
+                                     QObject *parent);
 
 } // namespace lumora

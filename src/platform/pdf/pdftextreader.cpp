@@ -3,7 +3,7 @@
 
 #include "platform/pdf/pdftextreader.h"
 
-#include "platform/process/filedescriptor.h"
+#include "platform/files/filedescriptor.h"
 #include "platform/process/helperanswer.h"
 
 #include <QByteArray>

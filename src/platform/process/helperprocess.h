@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "platform/process/filedescriptor.h"
+#include "platform/files/filedescriptor.h"
 
 #include <QByteArray>
 #include <QList>

@@ -3,9 +3,9 @@
 
 #include "platform/vision/imagereader.h"
 
+#include "platform/files/filedescriptor.h"
 #include "platform/images/imagefile.h"
 #include "platform/model/errors.h"
-#include "platform/process/filedescriptor.h"
 #include "platform/process/helperanswer.h"
 
 #include <QLocale>

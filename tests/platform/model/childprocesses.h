@@ -3,24 +3,26 @@
 
 #pragma once
 
-#include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QList>
 #include <QString>
 
 namespace lumora {
 
-/// The process ids of what the test's main thread has started.
+/// The process ids of what the test's threads have started.
 inline QList<int> childProcesses()
 {
-    QFile file(QStringLiteral("/proc/%1/task/%1/children").arg(QCoreApplication::applicationPid()));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
+    const QString threads = QStringLiteral("/proc/self/task/");
     QList<int> pids;
-    const QList<QByteArray> words = file.readAll().simplified().split(' ');
-    for (const QByteArray &word : words) {
-        if (const int pid = word.toInt(); pid > 0)
-            pids.append(pid);
+    for (const QString &thread : QDir(threads).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile file(threads + thread + QStringLiteral("/children"));
+        if (!file.open(QIODevice::ReadOnly))
+            continue;
+        for (const QByteArray &word : file.readAll().simplified().split(' ')) {
+            if (const int pid = word.toInt(); pid > 0)
+                pids.append(pid);
+        }
     }
     return pids;
 }

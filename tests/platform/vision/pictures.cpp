@@ -115,4 +115,19 @@ QImage barcode(const QByteArray &format, const QByteArray &bytes, int width, int
     return image;
 }
 
+QImage endlessCodes()
+{
+    QImage image(2000, 2000, QImage::Format_Grayscale8);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    for (int y = 0; y < image.height(); y += 20) {
+        for (int x = 0; x < image.width(); x += 20) {
+            painter.fillRect(x, y, 14, 14, Qt::black);
+            painter.fillRect(x + 2, y + 2, 10, 10, Qt::white);
+            painter.fillRect(x + 4, y + 4, 6, 6, Qt::black);
+        }
+    }
+    return image;
+}
+
 } // namespace lumora::test

@@ -32,4 +32,7 @@ QImage noise(QSize size);
 /// byte stands for itself. Pixels to a module: as many as come nearest to the width.
 QImage barcode(const QByteArray &format, const QByteArray &bytes, int width, int height);
 
+/// Full of the corners of QR codes, each three of which could make one: the search takes hours.
+QImage endlessCodes();
+
 } // namespace lumora::test

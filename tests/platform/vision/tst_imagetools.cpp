@@ -1,18 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "platform/model/childprocesses.h"
 #include "platform/model/errors.h"
 #include "platform/model/tool.h"
-#include "platform/vision/barcodereadertool.h"
-#include "platform/vision/ocrtool.h"
+#include "platform/vision/imagetools.h"
 #include "platform/vision/pictures.h"
 
 #include <QFile>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QtConcurrentRun>
 
+#include <future>
 #include <sys/stat.h>
 
 using namespace lumora;
@@ -22,12 +22,12 @@ class ImageToolsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void needNoArguments();
-    void tellWhatTheyFind();
+    void answer_data();
+    void answer();
     void readSeveralAtOnce();
-    void tellThatTheyFindNothing();
-    void tellThatThereIsNoImage_data();
-    void tellThatThereIsNoImage();
+    void endInTime_data();
     void endInTime();
     void failWhereTheUserCanHelp();
 
@@ -38,119 +38,108 @@ private:
     const ImageReader m_reader{QStringLiteral(IMAGE_READER)};
 };
 
-static QString answer(const std::shared_ptr<const Tool> &tool)
+using MakeImageTool = ImageTool (*)(const QString &, const ImageReader &);
+
+static QString answerOf(const ImageTool &tool, const std::stop_token &stop = {})
 {
-    return tool->call(GeneratedContent::fromJson(R"({"image":"attached"})")); // a model may say more than it has to
+    const auto arguments = GeneratedContent::fromJson(R"({"image":"attached"})"); // a model may say more than it has to
+    return makeTool(tool)->call(arguments, stop);
+}
+
+void ImageToolsTest::initTestCase()
+{
+    QImage picture = test::written({.lines = {"Room 14 is in the cellar"}});
+    QPainter(&picture).drawImage(0, 0, test::barcode("QRCode", "14", 0, 0));
+    QVERIFY(picture.save(path("picture.png")));
+    QFile turned(path("turned.jpg"));
+    QVERIFY(turned.open(QIODevice::WriteOnly));
+    turned.write(test::jpegOfCamera(test::written({.lines = {"Room 14 is in the cellar"}}), 6));
+    QImage blank(200, 100, QImage::Format_RGB32);
+    blank.fill(Qt::white);
+    QVERIFY(blank.save(path("blank.png")));
+    QCOMPARE(mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
+    QFile text(path("text"));
+    QVERIFY(text.open(QIODevice::WriteOnly) && text.write("This is only text.\n") > 0);
 }
 
 void ImageToolsTest::needNoArguments()
 {
     const QByteArray schema =
         R"({"title":"Arguments","type":"object","properties":{},"required":[],"additionalProperties":false})";
-    QCOMPARE(makeTool(OCRTool())->parameters().toJson(), schema);
-    QCOMPARE(makeTool(BarcodeReaderTool())->parameters().toJson(), schema);
-    QVERIFY(OCRTool().name != BarcodeReaderTool().name);
+    for (const MakeImageTool make : {&ocrTool, &barcodeReaderTool})
+        QCOMPARE(makeTool(make({}, {}))->parameters().toJson(), schema);
+    QVERIFY(ocrTool({}, {}).name != barcodeReaderTool({}, {}).name);
 }
 
-void ImageToolsTest::tellWhatTheyFind()
+void ImageToolsTest::answer_data()
 {
-    QImage picture = test::written({.lines = {"Room 14 is in the cellar"}});
-    QPainter(&picture).drawImage(0, 0, test::barcode("QRCode", "14", 0, 0));
-    QVERIFY(picture.save(path("picture.png")));
-    QCOMPARE(answer(makeTool(BarcodeReaderTool{.imagePath = path("picture.png"), .reader = m_reader})),
-             QStringLiteral("QR Code: 14"));
-    const QString text = answer(makeTool(OCRTool{.imagePath = path("picture.png"), .reader = m_reader}));
-    QVERIFY2(text.contains(QLatin1String("Room 14 is in the cellar")), qPrintable(text));
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("helper");
+    QTest::addColumn<QString>("written"); // a part of it
+    QTest::addColumn<QString>("coded");
+    const auto add = [this](const char *file, const QString &written, const QString &coded) {
+        QTest::newRow(file) << path(file) << m_reader.helper << written << coded;
+    };
+    const QString noText = "No text was found in the attached image.";
+    const QString noBarcode = "No barcode was found in the attached image.";
+    add("picture.png", "Room 14 is in the cellar", "QR Code: 14");
+    add("turned.jpg", "Room 14 is in the cellar", noBarcode);
+    add("blank.png", noText, noBarcode);
+    const QString noImage = "The attached image could not be read: it is missing, damaged, too large, or not an image.";
+    for (const char *file : {"missing", ".", "pipe", "text"})
+        add(file, noImage, noImage);
+    QTest::newRow("a helper that fails") << path("text") << "/bin/false" << noImage << noImage;
+    QTest::newRow("a helper that says nothing") << path("text") << "/bin/true" << noImage << noImage;
+}
+
+void ImageToolsTest::answer()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, helper);
+    QFETCH(QString, written);
+    QFETCH(QString, coded);
+    const QString text = answerOf(ocrTool(file, {helper}));
+    QVERIFY2(text.contains(written), qPrintable(text));
+    QCOMPARE(answerOf(barcodeReaderTool(file, {helper})), coded);
 }
 
 void ImageToolsTest::readSeveralAtOnce()
 {
-    QFile file(path("turned.jpg"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(test::jpegOfCamera(test::written({.lines = {"Room 14 is in the cellar"}}), 6));
-    file.close();
-    const auto tool = makeTool(OCRTool{.imagePath = file.fileName(), .reader = m_reader});
-    const QList<QFuture<QString>> calls{QtConcurrent::run(answer, tool), QtConcurrent::run(answer, tool)};
-    for (const QFuture<QString> &call : calls)
-        QCOMPARE(call.result(), QStringLiteral("Room 14 is in the cellar"));
+    const auto call = [this] { return answerOf(ocrTool(path("turned.jpg"), m_reader)); };
+    std::future<QString> first = std::async(std::launch::async, call);
+    QCOMPARE(call(), QStringLiteral("Room 14 is in the cellar"));
+    QCOMPARE(first.get(), QStringLiteral("Room 14 is in the cellar"));
 }
 
-void ImageToolsTest::tellThatTheyFindNothing()
+void ImageToolsTest::endInTime_data()
 {
-    QImage blank(200, 100, QImage::Format_RGB32);
-    blank.fill(Qt::white);
-    QVERIFY(blank.save(path("blank.png")));
-    QCOMPARE(answer(makeTool(OCRTool{.imagePath = path("blank.png"), .reader = m_reader})),
-             QStringLiteral("No text was found in the attached image."));
-    QCOMPARE(answer(makeTool(BarcodeReaderTool{.imagePath = path("blank.png"), .reader = m_reader})),
-             QStringLiteral("No barcode was found in the attached image."));
-}
-
-void ImageToolsTest::tellThatThereIsNoImage_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("helper");
-    const auto add = [this](const char *name, const QString &helper = QStringLiteral(IMAGE_READER)) {
-        QTest::newRow(name) << path(name) << helper;
-    };
-    add("missing");
-    add(".");
-    QCOMPARE(mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
-    add("pipe");
-    QFile text(path("text"));
-    QVERIFY(text.open(QIODevice::WriteOnly) && text.write("This is only text.\n") > 0);
-    add("text");
-    QTest::newRow("a helper that fails") << path("text") << "/bin/false";
-    QTest::newRow("a helper that says nothing") << path("text") << "/bin/true";
-}
-
-void ImageToolsTest::tellThatThereIsNoImage()
-{
-    QFETCH(QString, file);
-    QFETCH(QString, helper);
-    const QString expected =
-        QStringLiteral("The attached image could not be read: it is missing, damaged, too large, or not an image.");
-    QCOMPARE(answer(makeTool(OCRTool{.imagePath = file, .reader = {helper}})), expected);
-    QCOMPARE(answer(makeTool(BarcodeReaderTool{.imagePath = file, .reader = {helper}})), expected);
-}
-
-/// Full of the corners of QR codes, each three of which could make one: the search takes hours.
-static QImage corners()
-{
-    QImage image(2000, 2000, QImage::Format_Grayscale8);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    for (int y = 0; y < image.height(); y += 20) {
-        for (int x = 0; x < image.width(); x += 20) {
-            painter.fillRect(x, y, 14, 14, Qt::black);
-            painter.fillRect(x + 2, y + 2, 10, 10, Qt::white);
-            painter.fillRect(x + 4, y + 4, 6, 6, Qt::black);
-        }
-    }
-    return image;
+    QTest::addColumn<std::chrono::milliseconds>("time");
+    QTest::addColumn<bool>("isStopped");
+    QTest::newRow("its time is up") << std::chrono::milliseconds(500) << false;
+    QTest::newRow("stopped") << std::chrono::milliseconds(std::chrono::hours(1)) << true;
 }
 
 void ImageToolsTest::endInTime()
 {
-    QVERIFY(corners().save(path("corners.png")));
-    const ImageReader reader{m_reader.helper, std::chrono::seconds(2)};
-    QCOMPARE(answer(makeTool(BarcodeReaderTool{.imagePath = path("corners.png"), .reader = reader})),
-             QStringLiteral("The attached image could not be read in time."));
-
+    QFETCH(std::chrono::milliseconds, time);
+    QFETCH(bool, isStopped);
+    QVERIFY(test::endlessCodes().save(path("corners.png")));
+    const ImageTool tool = barcodeReaderTool(path("corners.png"), {m_reader.helper, time});
     std::stop_source stop;
-    stop.request_stop();
-    QCOMPARE(m_reader.read(path("corners.png"), ImageReader::Wanted::barcodes, stop.get_token()).outcome,
-             Reading::Outcome::late);
+    std::future<QString> text = std::async(std::launch::async, [&] { return answerOf(tool, stop.get_token()); });
+    QTRY_VERIFY(!childProcesses().isEmpty() || !isStopped);
+    if (isStopped)
+        stop.request_stop();
+    QCOMPARE(text.get(), QStringLiteral("The attached image could not be read in time."));
+    QVERIFY(childProcesses().isEmpty());
 }
 
 void ImageToolsTest::failWhereTheUserCanHelp()
 {
-    const QString file = path("written.png");
-    QVERIFY(test::written({.lines = {"Room 14"}}).save(file));
-    QVERIFY_THROWS_EXCEPTION(ModelError, answer(makeTool(OCRTool{.imagePath = file, .reader = {path("missing")}})));
+    QVERIFY_THROWS_EXCEPTION(ModelError, answerOf(ocrTool(path("picture.png"), {path("missing")})));
 
     qputenv("TESSDATA_PREFIX", QFile::encodeName(m_folder.path())); // where no languages are
-    QVERIFY_THROWS_EXCEPTION(ModelError, answer(makeTool(OCRTool{.imagePath = file, .reader = m_reader})));
+    QVERIFY_THROWS_EXCEPTION(ModelError, answerOf(ocrTool(path("picture.png"), m_reader)));
     qunsetenv("TESSDATA_PREFIX");
 }
 

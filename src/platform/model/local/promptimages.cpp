@@ -4,6 +4,7 @@
 #include "platform/model/local/promptimages.h"
 
 #include "platform/images/imagefile.h"
+#include "platform/model/replyworkers.h"
 
 #include <QPainter>
 #include <QtConcurrent>
@@ -59,7 +60,7 @@ AttachedImages readAll(const QList<Attachment> &attachments)
 PromptImages::PromptImages(QList<Attachment> attachments)
 {
     connect(&m_reading, &QFutureWatcherBase::finished, this, &PromptImages::read);
-    m_reading.setFuture(QtConcurrent::run(readAll, std::move(attachments)));
+    m_reading.setFuture(QtConcurrent::run(replyWorkers(), readAll, std::move(attachments)));
 }
 
 } // namespace lumora

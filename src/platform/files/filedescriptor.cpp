@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/process/filedescriptor.h"
+#include "platform/files/filedescriptor.h"
 
 #include <QFile>
 

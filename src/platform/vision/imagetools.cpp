@@ -1,29 +1,18 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/vision/imagetool.h"
+#include "platform/vision/imagetools.h"
 
 #include "platform/model/errors.h"
-
-#include <QCoreApplication>
-
-#include <stop_token>
 
 namespace lumora {
 
 namespace {
 
-std::stop_source &endOfProgramSource()
+QString nothingFound(ImageReader::Wanted wanted)
 {
-    static std::stop_source source;
-    return source;
-}
-
-/// The program waits for its worker threads when it ends, and nobody waits for their answers then.
-std::stop_token endOfProgram()
-{
-    [[maybe_unused]] static const bool isTold = (qAddPostRoutine([] { endOfProgramSource().request_stop(); }), true);
-    return endOfProgramSource().get_token();
+    return wanted == ImageReader::Wanted::text ? QStringLiteral("No text was found in the attached image.")
+                                               : QStringLiteral("No barcode was found in the attached image.");
 }
 
 } // namespace
@@ -48,17 +37,16 @@ GeneratedContent NoArguments::generatedContent() const
     return GeneratedContent::Properties();
 }
 
-QString readForModel(const ImageReader &reader, const QString &imagePath, ImageReader::Wanted wanted,
-                     const QString &nothing)
+QString ImageTool::call(const Arguments & /*arguments*/, const std::stop_token &stop) const
 {
-    const Reading reading = reader.read(imagePath, wanted, endOfProgram());
+    const Reading reading = reader.read(imagePath, wanted, stop);
     switch (reading.outcome) {
     case Reading::Outcome::everything:
         return reading.content;
     case Reading::Outcome::part:
         return reading.content + QStringLiteral("\n\n(The rest of the attached image could not be read in time.)");
     case Reading::Outcome::nothing:
-        return nothing;
+        return nothingFound(wanted);
     case Reading::Outcome::late:
         return QStringLiteral("The attached image could not be read in time.");
     case Reading::Outcome::noLanguage:
@@ -69,6 +57,26 @@ QString readForModel(const ImageReader &reader, const QString &imagePath, ImageR
         break;
     }
     return QStringLiteral("The attached image could not be read: it is missing, damaged, too large, or not an image.");
+}
+
+ImageTool ocrTool(const QString &imagePath, const ImageReader &reader)
+{
+    return {.name = QStringLiteral("readText"),
+            .description = QStringLiteral("OCR: read the text in the attached image. Use this before answering about "
+                                          "words, text, a page, a sign or a screenshot in the image."),
+            .wanted = ImageReader::Wanted::text,
+            .imagePath = imagePath,
+            .reader = reader};
+}
+
+ImageTool barcodeReaderTool(const QString &imagePath, const ImageReader &reader)
+{
+    return {.name = QStringLiteral("readBarcodes"),
+            .description = QStringLiteral("Barcode reader: read the barcodes and QR codes in the attached image. Use "
+                                          "this before answering about a code in the image or what it contains."),
+            .wanted = ImageReader::Wanted::barcodes,
+            .imagePath = imagePath,
+            .reader = reader};
 }
 
 } // namespace lumora
