@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QTemporaryFile>
 
 #include <cerrno>
 #include <cstdio>
@@ -77,6 +78,35 @@ bool renameWithoutOverwriting(const QByteArray &from, const QByteArray &to)
     return ::link(from.constData(), to.constData()) == 0 && ::unlink(from.constData()) == 0;
 }
 
+constexpr auto copyFailure = QT_TRANSLATE_NOOP("lumora::Files", "The file cannot be copied: %1.");
+
+FileOutcome notCopied(const QString &why)
+{
+    return failure(copyFailure, why);
+}
+
+/// Whether the file system of its folder has no room for a file's name.
+bool isNameTooLong(const QString &path)
+{
+    const QFileInfo file(path);
+    const long longest = ::pathconf(QFile::encodeName(file.path()).constData(), _PC_NAME_MAX);
+    return longest >= 0 && QFile::encodeName(file.fileName()).size() > longest;
+}
+
+FileOutcome copyContent(QFile &source, QFile &copy, const std::stop_token &stop)
+{
+    constexpr qint64 pieceSize = 1 << 20;
+    for (QByteArray piece = source.read(pieceSize); !piece.isEmpty(); piece = source.read(pieceSize)) {
+        if (copy.write(piece) != piece.size())
+            return notCopied(copy.errorString());
+        if (stop.stop_requested()) // before the disk is waited for
+            return notCopied(translated(QT_TRANSLATE_NOOP("lumora::Files", "it was stopped")));
+    }
+    if (source.error() != QFileDevice::NoError)
+        return notCopied(source.errorString());
+    return copy.flush() ? std::nullopt : notCopied(copy.errorString());
+}
+
 } // namespace
 
 std::optional<QByteArray> readWholeFile(const QString &path)
@@ -132,26 +162,29 @@ FileOutcome replaceFile(const QString &path, const std::function<void(const Byte
 
 FileOutcome copyFile(const QString &from, const QString &to, const std::stop_token &stop)
 {
-    constexpr auto what = QT_TRANSLATE_NOOP("lumora::Files", "The file cannot be copied: %1.");
-    constexpr qint64 pieceSize = 1 << 20;
     const QFileInfo picked(from);
     if (picked.exists() && !picked.isFile()) // opening a pipe could wait for ever
-        return failure(what, translated(QT_TRANSLATE_NOOP("lumora::Files", "it is not a file")));
+        return notCopied(translated(QT_TRANSLATE_NOOP("lumora::Files", "it is not a file")));
+    if (isNameTooLong(to))
+        return notCopied(translated(QT_TRANSLATE_NOOP(
+            "lumora::Files",
+            "what follows the last full stop in its name is too long. Rename the file and try again")));
     QFile source(from);
     if (!source.open(QIODevice::ReadOnly))
-        return failure(what, source.errorString());
-    QSaveFile copy(to);
-    if (!copy.open(QIODevice::WriteOnly))
-        return failure(what, copy.errorString());
-    for (QByteArray piece = source.read(pieceSize); !piece.isEmpty(); piece = source.read(pieceSize)) {
-        if (copy.write(piece) != piece.size())
-            return failure(what, copy.errorString());
-        if (stop.stop_requested()) // before the disk is waited for
-            return failure(what, translated(QT_TRANSLATE_NOOP("lumora::Files", "it was stopped")));
-    }
-    if (source.error() != QFileDevice::NoError)
-        return failure(what, source.errorString());
-    return putInPlace(copy, what);
+        return notCopied(source.errorString());
+    // Without a name until it is complete, or with a short one: the name that it is to have may leave no room for more.
+    QTemporaryFile copy(QFileInfo(to).path() + QStringLiteral("/XXXXXX"));
+    if (!copy.open())
+        return notCopied(copy.errorString());
+    if (FileOutcome failed = copyContent(source, copy, stop))
+        return failed;
+    if (FileOutcome failed = syncFile(copy.handle(), copyFailure))
+        return failed;
+    if (!copy.rename(to))
+        return notCopied(copy.errorString());
+    copy.setAutoRemove(false);
+    syncFolder(QFileInfo(to).path());
+    return std::nullopt;
 }
 
 QString freshFileName(const QString &path)

@@ -2,15 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "platform/files/filestore.h"
+#include "platform/files/fulldisk.h"
 #include "platform/files/storagelocation.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <csignal>
-#include <sys/resource.h>
 
 using namespace lumora;
 
@@ -47,16 +45,11 @@ private Q_SLOTS:
         if (hasOldFile)
             QVERIFY(!replaceFile(path, "old"));
 
-        // A limit on the size of files stands for a full disk: the write itself fails, half way.
-        const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit unlimited{};
-        getrlimit(RLIMIT_FSIZE, &unlimited);
-        const rlimit small{4096, unlimited.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-        const FileOutcome failed = replaceFile(path, QByteArray(100'000, 'x'));
-        setrlimit(RLIMIT_FSIZE, &unlimited);
-        std::signal(SIGXFSZ, previousHandler);
-
+        FileOutcome failed;
+        {
+            const FullDisk disk(4096); // half way
+            failed = replaceFile(path, QByteArray(100'000, 'x'));
+        }
         QVERIFY(failed);
         QVERIFY(failed->description.startsWith("The file cannot be written: "));
         QCOMPARE(filesIn(folder.path()), hasOldFile ? QStringList{"list.json"} : QStringList{});
@@ -102,8 +95,13 @@ private Q_SLOTS:
         QVERIFY(!copyFile(source, folder.filePath("copy")));
         QCOMPARE(contentOf(folder.filePath("copy")), "pixels");
 
-        for (const char *picked : {"gone", "."}) {
-            const FileOutcome failed = copyFile(folder.filePath(picked), folder.filePath("other"));
+        const QString longest(255, 'a');
+        QVERIFY(!copyFile(source, folder.filePath(longest)));
+        QVERIFY(QFile::remove(folder.filePath(longest)));
+
+        for (const auto &[from, to] : {std::pair("gone", QString("other")), std::pair(".", QString("other")),
+                                       std::pair("source", QString("copy")), std::pair("source", longest + 'a')}) {
+            const FileOutcome failed = copyFile(folder.filePath(from), folder.filePath(to));
             QVERIFY(failed);
             QVERIFY(failed->description.startsWith("The file cannot be copied: "));
             QVERIFY2(!failed->description.contains(folder.path()), qPrintable(failed->description));
