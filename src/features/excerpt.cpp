@@ -32,8 +32,8 @@ QString excerpt(const QString &text, const QString &query)
 {
     const QStringView whole = text;
     const qsizetype match = anchor(whole, query);
-    const qsizetype start = match - lastCharacters(whole.first(match), lengthBeforeMatch).size();
-    return firstCharacters(whole.sliced(start), excerptLength).toString();
+    const qsizetype start = match - lastCharactersBounded(whole.first(match), lengthBeforeMatch).size();
+    return firstCharactersBounded(whole.sliced(start), excerptLength).toString();
 }
 
 } // namespace lumora

@@ -40,6 +40,9 @@ void ExcerptTest::showsWhereTheWordsStand_data()
                                                  << "日本語" << a.right(200) + "日本語";
     QTest::newRow("two do not, however long") << family.repeated(1200) + "ne\u0301"
                                               << "ne\u0301" << family.repeated(1000);
+    const QString marks(1000000, QChar(0x0301));
+    QTest::newRow("no more than so many code units") << marks + " pets " + marks << "pets"
+                                                     << " pets";
     QTest::newRow("no text") << ""
                              << "pets"
                              << "";

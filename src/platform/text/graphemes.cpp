@@ -190,6 +190,7 @@ private:
 
 namespace {
 
+constexpr qsizetype mostUnitsPerCharacter = 32;
 constexpr qsizetype uncounted = std::numeric_limits<qsizetype>::max();
 
 struct Walked
@@ -231,6 +232,16 @@ qsizetype walkBackward(QStringView text, qsizetype most)
     return walked.position;
 }
 
+/// Without the half of a surrogate pair at either end.
+QStringView withoutHalves(QStringView text)
+{
+    if (!text.isEmpty() && text.front().isLowSurrogate())
+        text = text.sliced(1);
+    if (!text.isEmpty() && text.back().isHighSurrogate())
+        text.chop(1);
+    return text;
+}
+
 } // namespace
 
 qsizetype characterCount(QStringView text)
@@ -246,6 +257,26 @@ QStringView firstCharacters(QStringView text, qsizetype count)
 QStringView lastCharacters(QStringView text, qsizetype count)
 {
     return text.size() <= count ? text : text.sliced(walkBackward(text, count));
+}
+
+QStringView firstCharactersBounded(QStringView text, qsizetype count)
+{
+    const qsizetype most = count * mostUnitsPerCharacter;
+    if (text.size() <= most)
+        return firstCharacters(text, count);
+    const QStringView within = firstCharacters(text.first(most), count);
+    const qsizetype cut = within.size() < most ? 0 : lastCharacters(within, 1).size(); // it may go on behind the bound
+    return cut == most ? withoutHalves(within) : within.chopped(cut);
+}
+
+QStringView lastCharactersBounded(QStringView text, qsizetype count)
+{
+    const qsizetype most = count * mostUnitsPerCharacter;
+    if (text.size() <= most)
+        return lastCharacters(text, count);
+    const QStringView within = lastCharacters(text.last(most), count);
+    const qsizetype cut = within.size() < most ? 0 : firstCharacters(within, 1).size();
+    return cut == most ? withoutHalves(within) : within.sliced(cut);
 }
 
 } // namespace lumora

@@ -46,6 +46,31 @@ private Q_SLOTS:
         }
     }
 
+    void boundsTheUnitsOfCharacters_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<qsizetype>("first"); // code units of the first ten characters, bounded
+        QTest::addColumn<qsizetype>("last");
+        const QString marks(1000000, QChar(0x0301));
+        const QString wide = QString("\U0001D165").repeated(500000); // marks of two units
+        const QString families = QString("👨‍👩‍👧‍👦").repeated(400);
+        QTest::newRow("ordinary") << QString(400, 'a') << qsizetype(10) << qsizetype(10);
+        QTest::newRow("families") << families << qsizetype(110) << qsizetype(110);
+        QTest::newRow("one character") << "a" + marks << qsizetype(320) << qsizetype(320);
+        QTest::newRow("one character of pairs") << "a" + wide << qsizetype(319) << qsizetype(320);
+        QTest::newRow("ends in one") << "lease" + marks << qsizetype(4) << qsizetype(320);
+        QTest::newRow("begins with one") << "a" + marks + "lease" << qsizetype(320) << qsizetype(5);
+    }
+
+    void boundsTheUnitsOfCharacters()
+    {
+        QFETCH(QString, text);
+        QFETCH(qsizetype, first);
+        QFETCH(qsizetype, last);
+        QCOMPARE(firstCharactersBounded(text, 10), QStringView(text).first(first));
+        QCOMPARE(lastCharactersBounded(text, 10), QStringView(text).last(last));
+    }
+
     void looksOnlyAtTheEnd()
     {
         const QString emoji = "👨‍👩‍👧‍👦";
