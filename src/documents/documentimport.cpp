@@ -33,16 +33,23 @@ DocumentImport::Outcome DocumentImport::run() const
         failed = copyFile(picked, copy, stop);
     if (failed)
         return {stop.stop_requested() ? Result::stopped : Result::failed, *failed};
-
-    const ExtractedText extracted = extractText(copy, pdf, stop);
-    if (!stop.stop_requested() && extracted.failure)
-        return {Result::failed, *extracted.failure};
-    if (stop.stop_requested() || trimmed(extracted.text).isEmpty()) {
+    Outcome outcome = indexCopy(copy);
+    if (outcome.result != Result::imported && stop.stop_requested())
+        outcome.result = Result::stopped;
+    if (outcome.result == Result::noText || outcome.result == Result::stopped)
         QFile::remove(copy);
-        return {stop.stop_requested() ? Result::stopped : Result::noText, {}};
-    }
-    const auto notIndexed = index->indexSearchableItems({searchableItem(document, domain, extracted.text)}).result();
-    if (notIndexed)
+    return outcome;
+}
+
+DocumentImport::Outcome DocumentImport::indexCopy(const QString &copy) const
+{
+    const ExtractedText extracted = extractText(copy, pdf, stop);
+    if (extracted.failure)
+        return {Result::failed, *extracted.failure};
+    if (trimmed(extracted.text).isEmpty() || stop.stop_requested())
+        return {Result::noText, {}};
+    const SearchableItem item = searchableItem(document, domain, extracted.text);
+    if (const auto notIndexed = index->indexSearchableItems({item}, stop).result())
         return {Result::failed, {notIndexed->description}};
     return {};
 }
@@ -53,8 +60,8 @@ SearchableItem searchableItem(const ImportedDocument &document, const QString &d
         .uniqueIdentifier = identifierText(document.id),
         .domainIdentifier = domain,
         .title = document.name,
-        .textContent = firstCharacters(text, indexedLength).toString(),
-        .contentDescription = firstCharacters(text, descriptionLength).toString(),
+        .textContent = firstCharactersBounded(text, indexedLength).toString(),
+        .contentDescription = firstCharactersBounded(text, descriptionLength).toString(),
     };
 }
 

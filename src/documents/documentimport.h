@@ -40,6 +40,9 @@ struct DocumentImport
 
     /// Copies the picked file, reads the copy and gives its text to the index. Blocks.
     Outcome run() const;
+
+private:
+    Outcome indexCopy(const QString &copy) const;
 };
 
 /// What the index is given of a document: the beginning of its text.

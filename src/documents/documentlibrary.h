@@ -4,6 +4,7 @@
 #pragma once
 
 #include "documents/documentimport.h"
+#include "documents/indexrepair.h"
 
 #include <QFutureWatcher>
 #include <QList>
@@ -54,8 +55,6 @@ public:
     /// Null without a data directory. The index outlives the library where a tool still uses it.
     const std::shared_ptr<SearchIndex> &index() const { return m_index; }
     const PdfTextReader &pdf() const { return m_pdf; }
-    /// Requested when the library ends: whoever still reads its documents is to give up.
-    std::stop_token stopToken() const { return m_stop.get_token(); }
 
     /// Copies a picked file into the folder and makes its text known to the search index; then it joins the list.
     /// Imports are made one after another, in the order in which they are asked for, away from the main thread. Each
@@ -64,6 +63,10 @@ public:
 
     /// Takes a document out of the list, the folder and the index. Never reports.
     Q_INVOKABLE void remove(const lumora::ImportedDocument &document);
+
+    /// Makes the search index hold all documents again, in the background, where it has lost some: an index that is
+    /// found damaged is emptied. Never reports.
+    void completeIndex();
 
     /// Replaces documents.json. A failure is silent and leaves the file as it was; a missing folder is one.
     void save();
@@ -99,6 +102,7 @@ private:
     QFutureWatcher<DocumentImport::Outcome> m_import;
     QThreadPool m_worker; ///< the library's own: an import may take a minute
     std::stop_source m_stop;
+    std::unique_ptr<IndexRepair> m_repair; ///< null without an index
 };
 
 } // namespace lumora

@@ -11,6 +11,7 @@
 #include <QFile>
 
 #include <sqlite3.h>
+#include <utility>
 
 namespace lumora {
 
@@ -157,6 +158,20 @@ QString Statement::text(int column) const
 qint64 Statement::number(int column) const
 {
     return sqlite3_column_int64(m_handle.get(), column);
+}
+
+Interruption::Interruption(Database &database, std::function<bool()> isWanted)
+    : m_database(database)
+    , m_isWanted(std::move(isWanted))
+{
+    constexpr int stepsBetween = 10; // of SQLite's machine, about one item
+    const auto ask = [](void *interruption) { return int(static_cast<Interruption *>(interruption)->m_isWanted()); };
+    sqlite3_progress_handler(database.m_handle.get(), stepsBetween, ask, this);
+}
+
+Interruption::~Interruption()
+{
+    sqlite3_progress_handler(m_database.m_handle.get(), 0, nullptr, nullptr);
 }
 
 Transaction::Transaction(Database &database, Kind kind)

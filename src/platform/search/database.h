@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -29,6 +30,7 @@ public:
     qint64 number(const char *sql);
 
 private:
+    friend class Interruption;
     friend class Statement;
     friend class Transaction;
 
@@ -69,6 +71,21 @@ private:
         void operator()(sqlite3_stmt *handle) const;
     };
     std::unique_ptr<sqlite3_stmt, Finalizer> m_handle;
+};
+
+/// While it lives, whatever the database does fails as soon as this says so. It is asked on the thread that works, now
+/// and then.
+class Interruption
+{
+public:
+    Interruption(Database &database, std::function<bool()> isWanted);
+    Interruption(const Interruption &) = delete;
+    Interruption &operator=(const Interruption &) = delete;
+    ~Interruption();
+
+private:
+    Database &m_database;
+    std::function<bool()> m_isWanted;
 };
 
 /// All changes between its construction and commit(), or none of them; what is read, all of one moment.

@@ -28,7 +28,8 @@ QString descriptionOf(int extendedCode, int systemError)
     const int code = primaryCode(extendedCode);
     if (code == SQLITE_BUSY || code == SQLITE_LOCKED)
         return translated(QT_TRANSLATE_NOOP("lumora::Search",
-                                            "The search index is in use by another program. Try again in a moment."));
+                                            "The search index is busy: another program uses it, or it is being "
+                                            "made anew after an update. Try again in a few minutes."));
     if (code == SQLITE_FULL || systemError == ENOSPC || systemError == EDQUOT)
         return translated(QT_TRANSLATE_NOOP("lumora::Search", "The disk has no room left for the search index."));
     if (code == SQLITE_NOMEM)
@@ -53,10 +54,17 @@ DatabaseError::DatabaseError(Kind kind, QString description)
 DatabaseError DatabaseError::fromCode(int extendedCode, int systemError)
 {
     const int code = primaryCode(extendedCode);
+    if (code == SQLITE_INTERRUPT)
+        return closed();
     // No item that is added can break a constraint: where one is broken, tables contradict each other.
     const bool isBroken = code == SQLITE_CORRUPT || code == SQLITE_NOTADB || code == SQLITE_CONSTRAINT;
     const bool isOfSystem = code == SQLITE_IOERR || code == SQLITE_CANTOPEN; // otherwise the errno is an older one
     return {isBroken ? Kind::broken : Kind::other, descriptionOf(extendedCode, isOfSystem ? systemError : 0)};
+}
+
+DatabaseError DatabaseError::closed()
+{
+    return {Kind::other, translated(QT_TRANSLATE_NOOP("lumora::Search", "The search index was closed."))};
 }
 
 DatabaseError DatabaseError::fromErrno(const char *text, int systemError)

@@ -23,6 +23,8 @@ public:
 
     /// From an extended result code of SQLite and the errno behind it, 0 where there is none.
     static DatabaseError fromCode(int extendedCode, int systemError);
+    /// The index is about to close, so that no change is made any more.
+    static DatabaseError closed();
     /// text: a message that is translated; %1 becomes the description of the errno.
     static DatabaseError fromErrno(const char *text, int systemError);
 

@@ -3,6 +3,7 @@
 
 #include "platform/search/indexfile.h"
 
+#include "platform/files/filedescriptor.h"
 #include "platform/files/filestore.h"
 #include "platform/search/databaseerror.h"
 
@@ -15,7 +16,9 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 #include <utility>
 
@@ -70,19 +73,20 @@ bool hasLayout(Database &database)
 }
 
 /// Words are deleted as they are found then: where the rules have changed, all must be found anew before.
-void applyRules(Database &database)
+void applyRules(Database &database, const std::function<bool()> &isUnwanted)
 {
     Statement isApplied(database, "SELECT count(*) FROM rules WHERE version = ?1");
     isApplied.bind(1, rulesVersion());
     if (isApplied.step() && isApplied.number(0) == 1)
         return;
+    const Interruption interruption(database, isUnwanted);
     database.execute("INSERT INTO words (words) VALUES ('rebuild')");
     Statement note(database, "UPDATE rules SET version = ?1");
     note.bind(1, rulesVersion());
     note.run();
 }
 
-void prepareForWriting(Database &database)
+void prepareForWriting(Database &database, const std::function<bool()> &isUnwanted)
 {
     database.execute("PRAGMA synchronous = EXTRA"); // what has been said to be done survives a power cut
     Transaction transaction(database, Transaction::Kind::writing);
@@ -92,7 +96,7 @@ void prepareForWriting(Database &database)
         database.execute("PRAGMA application_id = " + QByteArray::number(applicationId));
         database.execute("PRAGMA user_version = " + QByteArray::number(layout));
     }
-    applyRules(database);
+    applyRules(database, isUnwanted);
     transaction.commit();
 }
 
@@ -105,15 +109,17 @@ IndexFile::IndexFile(QString path)
 
 std::optional<IndexFile::Identity> IndexFile::identity() const
 {
-    struct stat status = {};
-    if (::stat(QFile::encodeName(m_path).constData(), &status) != 0) {
+    struct statx status = {};
+    constexpr unsigned wanted = STATX_TYPE | STATX_INO | STATX_BTIME;
+    if (::statx(AT_FDCWD, QFile::encodeName(m_path).constData(), 0, wanted, &status) != 0) {
         if (errno == ENOENT || errno == ENOTDIR)
             return std::nullopt;
         throw DatabaseError::fromErrno(QT_TRANSLATE_NOOP("lumora::Search", "The search index cannot be opened: %1."),
                                        errno);
     }
-    if (S_ISREG(status.st_mode))
-        return Identity{status.st_dev, status.st_ino};
+    if (S_ISREG(status.stx_mode))
+        return Identity{makedev(status.stx_dev_major, status.stx_dev_minor), status.stx_ino,
+                        status.stx_btime.tv_sec * 1'000'000'000 + status.stx_btime.tv_nsec};
     // Opening a pipe could wait for ever.
     throw DatabaseError(DatabaseError::Kind::other,
                         QCoreApplication::translate("lumora::Search",
@@ -141,7 +147,6 @@ std::optional<IndexFile::Reader> IndexFile::openForReading()
     if (!current)
         return std::nullopt;
     std::optional<Reader> reader = takeIdle();
-    // An open file keeps its identity for itself, so that a new one at its place has another.
     if (!reader || reader->identity != *current)
         reader = Reader{Database(m_path, readingPatience), *current};
     return hasLayout(reader->database) ? std::move(reader) : std::nullopt;
@@ -159,7 +164,8 @@ void IndexFile::giveBack(Reader reader)
     m_idle = std::move(reader);
 }
 
-std::optional<Database> IndexFile::openForWriting(IfMissing ifMissing, std::chrono::milliseconds patience) const
+std::optional<Database> IndexFile::openForWriting(IfMissing ifMissing, std::chrono::milliseconds patience,
+                                                  const std::function<bool()> &isUnwanted) const
 {
     if (!identity()) {
         if (ifMissing == IfMissing::leave)
@@ -167,13 +173,17 @@ std::optional<Database> IndexFile::openForWriting(IfMissing ifMissing, std::chro
         create();
     }
     Database database(m_path, patience);
-    prepareForWriting(database);
+    prepareForWriting(database, isUnwanted);
     return database;
 }
 
-void IndexFile::removeBroken(int removalsThen)
+void IndexFile::removeBroken(const Identity &broken) const
 {
-    if (removalsThen != m_removals)
+    // One program at a time: nobody may put another file there between the look at it and its removal.
+    const QByteArray folder = QFile::encodeName(QFileInfo(m_path).path());
+    const FileDescriptor lock(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ::flock(lock.number(), LOCK_EX);
+    if (identity() != broken)
         return;
     qCWarning(log, "the search index is broken, and is removed");
     // The file itself last: what lies beside it must not meet a new one.
@@ -182,7 +192,6 @@ void IndexFile::removeBroken(int removalsThen)
             throw DatabaseError::fromErrno(
                 QT_TRANSLATE_NOOP("lumora::Search", "The search index is damaged and cannot be replaced: %1."), errno);
     }
-    ++m_removals;
 }
 
 } // namespace lumora

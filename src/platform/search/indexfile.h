@@ -7,8 +7,8 @@
 
 #include <QString>
 
-#include <atomic>
 #include <chrono>
+#include <functional>
 #include <mutex>
 #include <optional>
 
@@ -24,11 +24,12 @@ class IndexFile
 public:
     enum class IfMissing { create, leave };
 
-    /// What tells a file from another that takes its place.
+    /// What tells a file from another that takes its place, also where that gets its number.
     struct Identity
     {
         quint64 device = 0;
         quint64 number = 0;
+        qint64 creation = 0; ///< in nanoseconds; 0 where the file system does not keep it
 
         bool operator==(const Identity &) const = default;
     };
@@ -43,30 +44,29 @@ public:
     /// Touches no file yet.
     explicit IndexFile(QString path);
 
+    /// Of the file that lies there now; nothing where there is none. Any thread.
+    std::optional<Identity> identity() const;
+
     /// Any thread. Nothing where there is no index yet.
     std::optional<Reader> openForReading();
     /// Any thread. Keeps a reader that has not failed for the next one who reads: it knows the tables already.
     void giveBack(Reader reader);
 
     /// On the thread that writes, only: makes it an index of this layout, whose words are found by the rules of this
-    /// program. Nothing where there is none and none is to be created.
-    std::optional<Database> openForWriting(IfMissing ifMissing, std::chrono::milliseconds patience) const;
+    /// program. Where those have changed, all words are found anew, which may take minutes; that fails as soon as
+    /// isUnwanted says so, and leaves the index as it was. Nothing where there is none and none is to be created.
+    std::optional<Database> openForWriting(IfMissing ifMissing, std::chrono::milliseconds patience,
+                                           const std::function<bool()> &isUnwanted) const;
 
-    /// How often the file was removed because it was broken. Any thread.
-    int removals() const { return m_removals; }
-
-    /// On the thread that writes, only: removes the file and what lies beside it, since it was found broken when it had
-    /// been removed that often; nothing happens where it has been removed since.
-    void removeBroken(int removalsThen);
+    /// Removes the file that was found broken, and what lies beside it. Nothing happens where another has taken its
+    /// place, by this program's doing or another's. On the thread that writes, only.
+    void removeBroken(const Identity &broken) const;
 
 private:
-    /// Nothing where there is no file.
-    std::optional<Identity> identity() const;
     void create() const;
     std::optional<Reader> takeIdle();
 
     const QString m_path;
-    std::atomic<int> m_removals = 0;
     std::mutex m_idleLock;
     std::optional<Reader> m_idle;
 };

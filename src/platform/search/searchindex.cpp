@@ -57,12 +57,12 @@ SearchIndex::~SearchIndex()
     m_isClosing = true;
 }
 
-QFuture<SearchIndex::Outcome> SearchIndex::indexSearchableItems(QList<SearchableItem> items)
+QFuture<SearchIndex::Outcome> SearchIndex::indexSearchableItems(QList<SearchableItem> items, std::stop_token stop)
 {
-    return enqueue([this, items = std::move(items)]() -> Outcome {
-        if (m_isClosing)
-            return SearchFailure{translated(QT_TRANSLATE_NOOP("lumora::Search", "The search index was closed."))};
-        return make([&items](Database &database) { addItems(database, items); }, IndexFile::IfMissing::create);
+    return enqueue([this, items = std::move(items), stop = std::move(stop)]() -> Outcome {
+        if (m_isClosing || stop.stop_requested())
+            return SearchFailure{DatabaseError::closed().description()};
+        return make([&items](Database &database) { addItems(database, items); }, IndexFile::IfMissing::create, stop);
     });
 }
 
@@ -70,8 +70,31 @@ QFuture<SearchIndex::Outcome> SearchIndex::deleteSearchableItems(QStringList uni
 {
     return enqueue([this, identifiers = std::move(uniqueIdentifiers)] {
         return make([&identifiers](Database &database) { deleteItems(database, identifiers); },
-                    IndexFile::IfMissing::leave);
+                    IndexFile::IfMissing::leave, {});
     });
+}
+
+QSet<QString> SearchIndex::identifiers()
+{
+    QSet<QString> result;
+    try {
+        const std::optional<IndexFile::Identity> found = m_file.identity();
+        try {
+            if (std::optional<IndexFile::Reader> reader = m_file.openForReading()) {
+                Statement statement(reader->database, "SELECT identifier FROM items");
+                while (statement.step())
+                    result.insert(statement.text(0));
+            }
+        } catch (const DatabaseError &error) {
+            if (error.kind() != DatabaseError::Kind::broken || !found)
+                throw;
+            removeBrokenLater(*found);
+            return {};
+        }
+    } catch (const DatabaseError &error) {
+        throw SearchError(error.description());
+    }
+    return result;
 }
 
 QFuture<SearchIndex::Outcome> SearchIndex::enqueue(std::function<Outcome()> work)
@@ -85,17 +108,18 @@ QFuture<SearchIndex::Outcome> SearchIndex::enqueue(std::function<Outcome()> work
     return promise->future();
 }
 
-SearchIndex::Outcome SearchIndex::make(const Change &change, IndexFile::IfMissing ifMissing)
+SearchIndex::Outcome SearchIndex::make(const Change &change, IndexFile::IfMissing ifMissing,
+                                       const std::stop_token &stop)
 {
     try {
-        const int removals = m_file.removals();
+        const std::optional<IndexFile::Identity> found = m_file.identity();
         try {
-            tryToMake(change, ifMissing);
+            tryToMake(change, ifMissing, stop);
         } catch (const DatabaseError &error) {
-            if (error.kind() != DatabaseError::Kind::broken)
+            if (error.kind() != DatabaseError::Kind::broken || !found)
                 throw;
-            m_file.removeBroken(removals);
-            tryToMake(change, ifMissing);
+            m_file.removeBroken(*found);
+            tryToMake(change, ifMissing, stop);
         }
         return std::nullopt;
     } catch (const DatabaseError &error) {
@@ -106,10 +130,11 @@ SearchIndex::Outcome SearchIndex::make(const Change &change, IndexFile::IfMissin
     }
 }
 
-void SearchIndex::tryToMake(const Change &change, IndexFile::IfMissing ifMissing) const
+void SearchIndex::tryToMake(const Change &change, IndexFile::IfMissing ifMissing, const std::stop_token &stop) const
 {
     std::optional<Database> database =
-        m_file.openForWriting(ifMissing, m_isClosing ? closingPatience : writingPatience);
+        m_file.openForWriting(ifMissing, m_isClosing ? closingPatience : writingPatience,
+                              [this, &stop] { return m_isClosing || stop.stop_requested(); });
     if (!database)
         return;
     Transaction transaction(*database, Transaction::Kind::writing);
@@ -117,11 +142,11 @@ void SearchIndex::tryToMake(const Change &change, IndexFile::IfMissing ifMissing
     transaction.commit();
 }
 
-void SearchIndex::removeBrokenLater(int removalsThen)
+void SearchIndex::removeBrokenLater(const IndexFile::Identity &broken)
 {
-    m_worker.add([this, removalsThen] {
+    m_worker.add([this, broken] {
         try {
-            m_file.removeBroken(removalsThen);
+            m_file.removeBroken(broken);
         } catch (const DatabaseError &) {
             // A change would tell the user; who asks has nobody to tell.
         }

@@ -10,11 +10,14 @@
 
 #include <QFuture>
 #include <QList>
+#include <QSet>
+#include <QString>
 #include <QStringList>
 
 #include <atomic>
 #include <functional>
 #include <optional>
+#include <stop_token>
 
 namespace lumora {
 
@@ -33,27 +36,32 @@ public:
     explicit SearchIndex(QString path);
     SearchIndex(const SearchIndex &) = delete;
     SearchIndex &operator=(const SearchIndex &) = delete;
-    /// Waits for the change that is being made, which takes seconds at most. Of those behind it, deletions are made and
-    /// additions are not; these end with a failure. Not to be called by a continuation that runs on the index's thread.
+    /// Waits for the change that is being made, which takes seconds at most: where it has to find all words anew first,
+    /// it fails at once. Of those behind it, deletions are made and additions are not; these end with a failure. Not to
+    /// be called by a continuation that runs on the index's thread.
     ~SearchIndex();
 
     // Changes are made one after another in the order of the calls, on a thread of the index's own. Every future ends
     // with a result; it is never cancelled by the index.
 
-    /// Stores all items or none. An item replaces the one with the same identifier.
-    QFuture<Outcome> indexSearchableItems(QList<SearchableItem> items);
+    /// Stores all items or none. An item replaces the one with the same identifier. stop makes it fail where it has not
+    /// begun, or would take long.
+    QFuture<Outcome> indexSearchableItems(QList<SearchableItem> items, std::stop_token stop = {});
     /// Identifiers that the index does not have are passed over.
     QFuture<Outcome> deleteSearchableItems(QStringList uniqueIdentifiers);
+
+    /// Of all items. Blocks. Empty where there is no index yet or it is found damaged; throws SearchError where it
+    /// cannot be read.
+    QSet<QString> identifiers();
 
 private:
     friend class UserQuery;
     using Change = std::function<void(Database &)>;
 
     QFuture<Outcome> enqueue(std::function<Outcome()> work);
-    Outcome make(const Change &change, IndexFile::IfMissing ifMissing);
-    void tryToMake(const Change &change, IndexFile::IfMissing ifMissing) const;
-    /// removalsThen: what IndexFile::removals() was when the file was opened.
-    void removeBrokenLater(int removalsThen);
+    Outcome make(const Change &change, IndexFile::IfMissing ifMissing, const std::stop_token &stop);
+    void tryToMake(const Change &change, IndexFile::IfMissing ifMissing, const std::stop_token &stop) const;
+    void removeBrokenLater(const IndexFile::Identity &broken);
 
     IndexFile m_file;
     std::atomic<bool> m_isClosing = false;

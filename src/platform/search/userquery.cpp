@@ -140,8 +140,8 @@ void UserQuery::begin()
     const QList<QByteArray> phrases = questionPhrases(m_queryString);
     if (phrases.isEmpty() || m_context.maxResultCount <= 0)
         return;
-    m_removals = m_index->m_file.removals();
     IndexFile &file = m_index->m_file;
+    m_file = file.identity();
     if (std::optional<IndexFile::Reader> reader = file.openForReading())
         m_hits = std::make_unique<Hits>(file, std::move(*reader), phrases, m_context);
 }
@@ -157,9 +157,9 @@ std::optional<SearchableItem> UserQuery::next()
         return item;
     } catch (const DatabaseError &error) {
         m_hits.reset();
-        if (error.kind() != DatabaseError::Kind::broken)
+        if (error.kind() != DatabaseError::Kind::broken || !m_file)
             throw SearchError(error.description());
-        m_index->removeBrokenLater(m_removals);
+        m_index->removeBrokenLater(*m_file);
         return std::nullopt;
     }
 }

@@ -49,7 +49,7 @@ private:
     QString m_queryString;
     UserQueryContext m_context;
     bool m_hasBegun = false;
-    int m_removals = 0; ///< of the index's file, when it was opened
+    std::optional<IndexFile::Identity> m_file; ///< that the answer comes from
     std::unique_ptr<Hits> m_hits;
 };
 

@@ -7,6 +7,9 @@
 #include <unicode/uchar.h>
 #include <unicode/uniset.h>
 
+#include <algorithm>
+#include <array>
+
 namespace lumora {
 
 namespace {
@@ -27,41 +30,34 @@ const icu::UnicodeSet &droppedCharacters()
     return set;
 }
 
-/// What Latin letters that no normalization takes apart are typed as without their keyboard; null for all others.
-const char16_t *plainLetters(UChar32 character)
+struct Replacement
 {
-    switch (character) {
-    case U'æ':
-        return u"ae";
-    case U'œ':
-        return u"oe";
-    case U'ø':
-        return u"o";
-    case U'ł':
-        return u"l";
-    case U'đ':
-    case U'ð':
-        return u"d";
-    case U'þ':
-        return u"th";
-    case U'ħ':
-        return u"h";
-    case U'ŧ':
-        return u"t";
-    case U'ı':
-        return u"i";
-    default:
-        return nullptr;
-    }
-}
+    UChar32 letter;
+    const char16_t *plain;
+};
+
+/// What Latin letters that no normalization takes apart are typed as without their keyboard.
+constexpr std::array<Replacement, 10> plainLetters{{
+    {U'æ', u"ae"},
+    {U'œ', u"oe"},
+    {U'ø', u"o"},
+    {U'ł', u"l"},
+    {U'đ', u"d"},
+    {U'ð', u"d"},
+    {U'þ', u"th"},
+    {U'ħ', u"h"},
+    {U'ŧ', u"t"},
+    {U'ı', u"i"},
+}};
 
 icu::UnicodeString withoutMarks(const icu::UnicodeString &decomposed)
 {
     icu::UnicodeString plain;
     for (int32_t i = 0; i < decomposed.length(); i = decomposed.moveIndex32(i, 1)) {
         const UChar32 character = decomposed.char32At(i);
-        if (const char16_t *letters = plainLetters(character))
-            plain.append(letters, -1);
+        const auto *const known = std::ranges::find(plainLetters, character, &Replacement::letter);
+        if (known != plainLetters.end())
+            plain.append(known->plain, -1);
         else if (!droppedCharacters().contains(character))
             plain.append(character);
     }

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "platform/files/fulldisk.h"
 #include "platform/search/database.h"
 #include "platform/search/searchhelpers.h"
 
@@ -9,9 +10,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <csignal>
 #include <sys/fsuid.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace lumora;
@@ -20,27 +19,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr unsigned nobody = 65534;
-
-/// While it lives, no file may grow beyond this size: a disk that is full.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t size)
-    {
-        getrlimit(RLIMIT_FSIZE, &m_limit);
-        const rlimit small{size, m_limit.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_limit);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    void (*m_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit m_limit{};
-};
 
 } // namespace
 
@@ -58,6 +36,9 @@ private Q_SLOTS:
     void saysWhyItCannotBeUsed();
     void keepsWhatItHasWhenTheDiskIsFull();
     void findsItsWordsAnewWhenTheirRulesChange();
+    void stopsFindingItsWordsAnew_data();
+    void stopsFindingItsWordsAnew();
+    void removesNoFileThatTookThePlaceOfABrokenOne();
     void sharesItsFile();
     void answersWhileItIsWritten();
     void endsItsWorkWhenItIsDestroyed();
@@ -179,7 +160,8 @@ void SearchIndexTest::saysWhyItCannotBeUsed_data()
     QTest::addColumn<QString>("how");
     QTest::addColumn<QString>("writing"); // the failure; empty: none
     QTest::addColumn<QString>("reading");
-    const QString inUse = "The search index is in use by another program. Try again in a moment.";
+    const QString inUse = "The search index is busy: another program uses it, or it is being made anew after an "
+                          "update. Try again in a few minutes.";
     QTest::newRow("written by another") << "written" << inUse << "";
     QTest::newRow("locked by another") << "locked" << inUse << inUse;
     const QString newer = "The search index was made by a newer version of this program.";
@@ -267,6 +249,48 @@ void SearchIndexTest::findsItsWordsAnewWhenTheirRulesChange()
     open().execute("DELETE FROM words_data WHERE id > 10"); // what the words were by those rules
     QCOMPARE(failureOfAdding(m_index, "b", "cats"), QString());
     QCOMPARE(found(m_index, "cats").size(), 2);
+}
+
+void SearchIndexTest::stopsFindingItsWordsAnew_data()
+{
+    QTest::addColumn<bool>("isDestroyed");
+    QTest::newRow("asked to stop") << false;
+    QTest::newRow("destroyed") << true;
+}
+
+void SearchIndexTest::stopsFindingItsWordsAnew()
+{
+    QFETCH(bool, isDestroyed);
+    QCOMPARE(failureOfAdding(m_index, "a", "cats"), QString());
+    open().execute("UPDATE rules SET version = 'those of another ICU'");
+    open().execute("DROP TRIGGER itemAdded"); // whose work would take as long
+    open().execute("INSERT INTO items (identifier, textContent) WITH RECURSIVE n (i) AS (VALUES (1) UNION ALL "
+                   "SELECT i + 1 FROM n LIMIT 200) "
+                   "SELECT 'x' || i, replace(hex(zeroblob(20000)), '00', 'cats and dogs ') FROM n");
+    std::stop_source stop;
+    const auto change =
+        m_index->indexSearchableItems({{.uniqueIdentifier = "b", .textContent = "mice"}}, stop.get_token());
+    QTRY_VERIFY(QFile::exists(m_path + "-journal"));
+    if (isDestroyed)
+        m_index.reset();
+    else
+        stop.request_stop();
+    QCOMPARE(failureOf(change), "The search index was closed.");
+    QCOMPARE(open().number("SELECT count(*) FROM rules WHERE version = 'those of another ICU'"), 1);
+    QCOMPARE(open().number("SELECT count(*) FROM items"), 201);
+}
+
+void SearchIndexTest::removesNoFileThatTookThePlaceOfABrokenOne()
+{
+    QCOMPARE(failureOfAdding(m_index, "a", "cats"), QString());
+    const IndexFile file(m_path);
+    const IndexFile::Identity broken = *file.identity();
+    QVERIFY(QFile::remove(m_path));
+    QCOMPARE(failureOfAdding(m_index, "b", "cats"), QString());
+    file.removeBroken(broken);
+    QCOMPARE(found(m_index, "cats"), QStringList{"b"});
+    file.removeBroken(*file.identity());
+    QVERIFY(!QFile::exists(m_path));
 }
 
 void SearchIndexTest::sharesItsFile()
