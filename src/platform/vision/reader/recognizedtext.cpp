@@ -41,6 +41,15 @@ QString readableText(const QList<RecognizedLine> &lines, float leastConfidence)
     return result;
 }
 
+float certainCharacters(const QList<RecognizedLine> &lines)
+{
+    float sum = 0;
+    for (const RecognizedLine &line : lines)
+        sum += line.confidence / 100 *
+               float(std::ranges::count_if(line.text, [](QChar character) { return character.isLetterOrNumber(); }));
+    return sum;
+}
+
 float meanConfidence(const QList<RecognizedLine> &lines)
 {
     float sum = 0;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QList>
+#include <QRect>
 #include <QString>
 
 namespace lumora {
@@ -14,6 +15,7 @@ struct RecognizedLine
     QString text;
     float confidence = 0; ///< 0 to 100
     bool endsParagraph = false;
+    QRect box; ///< in the picture that was recognised
 };
 
 /// The lines as one text, with an empty line between paragraphs. Left out are lines that are more likely specks, rules
@@ -22,5 +24,8 @@ QString readableText(const QList<RecognizedLine> &lines, float leastConfidence);
 
 /// Of all lines, by their length; 0 without lines.
 float meanConfidence(const QList<RecognizedLine> &lines);
+
+/// How many letters and digits they hold, each as far as it is certain.
+float certainCharacters(const QList<RecognizedLine> &lines);
 
 } // namespace lumora

@@ -36,6 +36,80 @@ constexpr float steepestSlope = 15; // degrees; of a page in somebody's hand
 constexpr float leastCertainty = 3; // how much sharper its lines are at this slope than at others
 constexpr double leastSlope = 0.7;  // the engine follows lines that slope less
 
+tesseract::PageSegMode segmentation(TextRecognizer::Layout layout)
+{
+    switch (layout) {
+    case TextRecognizer::Layout::page:
+        return tesseract::PSM_AUTO;
+    case TextRecognizer::Layout::lines:
+        return tesseract::PSM_SINGLE_BLOCK;
+    case TextRecognizer::Layout::scattered:
+        break;
+    }
+    return tesseract::PSM_SPARSE_TEXT;
+}
+
+/// 0 where there is none.
+int middleOf(std::vector<int> numbers)
+{
+    if (numbers.empty())
+        return 0;
+    const auto middle = numbers.begin() + std::ssize(numbers) / 2;
+    std::ranges::nth_element(numbers, middle);
+    return *middle;
+}
+
+/// Of a line of text; empty where it is none.
+QRect boxOf(const tesseract::PageIterator &line)
+{
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+    const bool isText = tesseract::PTIsTextType(line.BlockType());
+    return isText && line.BoundingBox(RIL_TEXTLINE, &left, &top, &right, &bottom)
+               ? QRect(left, top, right - left, bottom - top)
+               : QRect();
+}
+
+/// Around each connected dark speck of the picture that the layout is found on.
+QList<QRect> speckBoxes(tesseract::TessBaseAPI &api)
+{
+    Pix *binary = api.GetThresholdedImage();
+    Boxa *boxes = binary != nullptr ? pixConnCompBB(binary, 8) : nullptr;
+    QList<QRect> result;
+    for (int i = 0; boxes != nullptr && i < boxaGetCount(boxes); ++i) {
+        l_int32 left = 0;
+        l_int32 top = 0;
+        l_int32 width = 0;
+        l_int32 height = 0;
+        boxaGetBoxGeometry(boxes, i, &left, &top, &width, &height);
+        result.append(QRect(left, top, width, height));
+    }
+    boxaDestroy(&boxes);
+    pixDestroy(&binary);
+    return result;
+}
+
+/// How much of what looks like the letters of these lines is in none of them.
+double shareOutside(const QList<RecognizedLine> &lines, const QList<QRect> &specks)
+{
+    std::vector<int> heights;
+    for (const RecognizedLine &line : lines)
+        heights.push_back(line.box.height());
+    const int height = middleOf(heights);
+    int letters = 0;
+    int outside = 0;
+    for (const QRect &speck : specks) {
+        if (speck.height() < height / 3 || speck.height() > height || speck.width() > height + height / 2)
+            continue;
+        const auto holdsIt = [&speck](const RecognizedLine &line) { return line.box.contains(speck.center()); };
+        ++letters;
+        outside += std::ranges::none_of(lines, holdsIt) ? 1 : 0;
+    }
+    return letters > 0 ? double(outside) / letters : 0;
+}
+
 /// What the dark and light picture shows that the layout is found on.
 struct Impression
 {
@@ -108,7 +182,7 @@ TextRecognizer::~TextRecognizer() = default;
 
 TextRecognizer::Result TextRecognizer::recognize(const PagePicture &page, Layout layout, QDeadlineTimer end)
 {
-    m_api->SetPageSegMode(layout == Layout::page ? tesseract::PSM_AUTO : tesseract::PSM_SPARSE_TEXT);
+    m_api->SetPageSegMode(segmentation(layout));
     m_api->SetVariable("thresholding_method", page.isUnevenlyLit ? "2" : "0"); // Sauvola's, Otsu's
     const std::optional<double> slope = show(page.gray);
     if (!slope || (std::abs(*slope) >= leastSlope && !show(turned(m_shown, *slope))))
@@ -119,8 +193,12 @@ TextRecognizer::Result TextRecognizer::recognize(const PagePicture &page, Layout
     tesseract::ETEXT_DESC monitor;
     if (!end.isForever())
         monitor.set_deadline_msecs(int(std::max<qint64>(end.remainingTime(), 1)));
-    const bool isComplete = m_api->Recognize(&monitor) == 0;
-    return {lines(), isComplete};
+    Result result;
+    result.isComplete = m_api->Recognize(&monitor) == 0;
+    result.lines = lines();
+    if (layout == Layout::page && !result.lines.isEmpty())
+        result.leftOut = shareOutside(result.lines, speckBoxes(*m_api));
+    return result;
 }
 
 /// Gives the picture to the engine, made smaller where it is too busy to be looked through. By how many degrees its
@@ -158,18 +236,10 @@ int TextRecognizer::lineHeight()
     if (!line)
         return 0;
     do {
-        int left = 0;
-        int top = 0;
-        int right = 0;
-        int bottom = 0;
-        if (tesseract::PTIsTextType(line->BlockType()) && line->BoundingBox(RIL_TEXTLINE, &left, &top, &right, &bottom))
-            heights.push_back(bottom - top);
+        if (const QRect box = boxOf(*line); !box.isEmpty())
+            heights.push_back(box.height());
     } while (line->Next(RIL_TEXTLINE));
-    if (heights.empty())
-        return 0;
-    const auto middle = heights.begin() + std::ssize(heights) / 2;
-    std::ranges::nth_element(heights, middle);
-    return *middle;
+    return middleOf(heights);
 }
 
 QList<RecognizedLine> TextRecognizer::lines() const
@@ -179,11 +249,12 @@ QList<RecognizedLine> TextRecognizer::lines() const
     if (!line)
         return result;
     do {
-        if (line->Empty(RIL_TEXTLINE) || !tesseract::PTIsTextType(line->BlockType()))
+        const QRect box = boxOf(*line);
+        if (line->Empty(RIL_TEXTLINE) || box.isEmpty())
             continue;
         const std::unique_ptr<char[]> text(line->GetUTF8Text(RIL_TEXTLINE));
         result.append({QString::fromUtf8(text.get()), line->Confidence(RIL_TEXTLINE),
-                       line->IsAtFinalElement(RIL_PARA, RIL_TEXTLINE)});
+                       line->IsAtFinalElement(RIL_PARA, RIL_TEXTLINE), box});
     } while (line->Next(RIL_TEXTLINE));
     return result;
 }

@@ -36,6 +36,7 @@ public:
 
     enum class Layout {
         page,      ///< columns, paragraphs and lines
+        lines,     ///< from edge to edge, as on receipts
         scattered, ///< words anywhere, as on signs
     };
 
@@ -43,6 +44,7 @@ public:
     {
         QList<RecognizedLine> lines; ///< in reading order
         bool isComplete = true;      ///< not where the time was up
+        double leftOut = 0;          ///< of a page: how much of what looks like letters is in no line; 0 to 1
     };
 
     /// Small text is enlarged before. What has been recognised when the time is up counts.

@@ -23,6 +23,7 @@ private Q_SLOTS:
     void initTestCase();
     void reads_data();
     void reads();
+    void readsThePricesOfAReceipt();
     void saysThatThereIsNothing_data();
     void saysThatThereIsNothing();
     void endsInTime();
@@ -116,6 +117,28 @@ void WritingTest::reads()
     const QSet<QString> missing = wordsOf(sampleLines().join(u' ')) - wordsOf(text);
     QVERIFY2(missing.size() <= 1, qPrintable(text));
     QVERIFY2(text.contains(u'\n'), "lines are kept apart");
+}
+
+void WritingTest::readsThePricesOfAReceipt()
+{
+    const QStringList lines{"Espresso 4.80",   "Croissant 3.20", "Apple juice 3.50",
+                            "TOTAL EUR 11.50", "CASH 20.00",     "CHANGE 8.50"};
+    QImage photo(700, 600, QImage::Format_RGB32);
+    photo.fill(QColor(107, 74, 47));
+    QPainter painter(&photo);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.rotate(-3);
+    painter.fillRect(100, 100, 500, 400, Qt::white);
+    QFont font(QStringLiteral("DejaVu Sans Mono"));
+    font.setPixelSize(30);
+    painter.setFont(font);
+    for (int i = 0; i < lines.size(); ++i) {
+        const qsizetype price = lines[i].lastIndexOf(u' ');
+        painter.drawText(140, 180 + 40 * i, lines[i].left(price));
+        painter.drawText(QRect(440, 150 + 40 * i, 120, 40), Qt::AlignRight, lines[i].mid(price + 1));
+    }
+    painter.end();
+    QCOMPARE(read(photo).content.split(u'\n'), lines);
 }
 
 void WritingTest::saysThatThereIsNothing_data()
