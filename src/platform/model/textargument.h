@@ -45,10 +45,7 @@ struct TextArgument
     {
         return {.text = content.text(property.name)};
     }
-    GeneratedContent generatedContent() const
-    {
-        return GeneratedContent::Properties{{property.name.toString(), text}};
-    }
+    GeneratedContent generatedContent() const { return GeneratedContent::Properties{{property.name.toString(), text}}; }
 
     bool operator==(const TextArgument &) const = default;
 };
