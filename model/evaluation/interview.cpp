@@ -8,7 +8,7 @@
 #include "features/structuredanswer.h"
 #include "platform/model/errors.h"
 #include "platform/model/languagemodelsession.h"
-#include "platform/vision/imagetool.h"
+#include "platform/vision/imagetools.h"
 
 #include <QElapsedTimer>
 
@@ -37,7 +37,10 @@ public:
     QString description() const override { return m_description; }
     GenerationSchema parameters() const override { return m_parameters; }
     // A call that the example has not is wrong already; then there is nothing to put out.
-    QString call(const GeneratedContent &) const override { return m_outputs.value(m_calls++); }
+    QString call(const GeneratedContent &, const std::stop_token &) const override
+    {
+        return m_outputs.value(m_calls++);
+    }
 
 private:
     QString m_name;

@@ -19,10 +19,8 @@ DocumentLibrary::DocumentLibrary(std::optional<QString> applicationSupport, PdfT
     , m_applicationSupport(std::move(applicationSupport))
     , m_pdf(std::move(pdf))
 {
-    if (const std::optional<QString> folder = storageFolder(m_applicationSupport)) {
+    if (const std::optional<QString> folder = storageFolder(m_applicationSupport))
         m_index = std::make_shared<SearchIndex>(*folder + QStringLiteral("/SearchIndex.sqlite"));
-        m_repair = std::make_unique<IndexRepair>(m_index, domain(), m_pdf);
-    }
     m_worker.setMaxThreadCount(1);
     connect(&m_import, &QFutureWatcherBase::finished, this, &DocumentLibrary::endImport);
     load();
@@ -31,7 +29,8 @@ DocumentLibrary::DocumentLibrary(std::optional<QString> applicationSupport, PdfT
 DocumentLibrary::~DocumentLibrary()
 {
     m_stop.request_stop();
-    m_repair.reset();
+    if (m_index)
+        m_index->close();
     m_import.waitForFinished();
     if (m_isImporting && m_import.result().result == DocumentImport::Result::imported)
         append(m_importing);
@@ -109,8 +108,6 @@ void DocumentLibrary::endImport()
     case DocumentImport::Result::imported:
         append(m_importing);
         setErrorMessage(QString());
-        if (m_waiting.isEmpty())
-            completeIndex();
         break;
     case DocumentImport::Result::noText:
         setErrorMessage(tr("No readable text was found in this document. Scanned PDFs need OCR first."));
@@ -137,18 +134,10 @@ void DocumentLibrary::remove(const ImportedDocument &document)
     m_documents.removeIf([&removed](const ImportedDocument &each) { return each.id == removed.id; });
     if (const std::optional<QString> folder = storageDirectory())
         QFile::remove(*folder + u'/' + removed.filename);
-    if (m_index) {
-        m_repair->leaveOut(removed.id);
+    if (m_index)
         m_index->deleteSearchableItems({identifierText(removed.id)});
-    }
     save();
     Q_EMIT documentsChanged();
-}
-
-void DocumentLibrary::completeIndex()
-{
-    if (m_repair && !m_documents.isEmpty())
-        m_repair->start(m_documents, storageDirectory().value_or(QString()));
 }
 
 void DocumentLibrary::setErrorMessage(const QString &message)

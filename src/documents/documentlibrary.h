@@ -4,7 +4,6 @@
 #pragma once
 
 #include "documents/documentimport.h"
-#include "documents/indexrepair.h"
 
 #include <QFutureWatcher>
 #include <QList>
@@ -64,10 +63,6 @@ public:
     /// Takes a document out of the list, the folder and the index. Never reports.
     Q_INVOKABLE void remove(const lumora::ImportedDocument &document);
 
-    /// Makes the search index hold all documents again, in the background, where it has lost some: an index that is
-    /// found damaged is emptied. Never reports.
-    void completeIndex();
-
     /// Replaces documents.json. A failure is silent and leaves the file as it was; a missing folder is one.
     void save();
 
@@ -102,7 +97,6 @@ private:
     QFutureWatcher<DocumentImport::Outcome> m_import;
     QThreadPool m_worker; ///< the library's own: an import may take a minute
     std::stop_source m_stop;
-    std::unique_ptr<IndexRepair> m_repair; ///< null without an index
 };
 
 } // namespace lumora

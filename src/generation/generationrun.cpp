@@ -163,7 +163,6 @@ void GenerationRun::end() const
     current->m_generationID = std::nullopt;
     current->setGenerating(false);
     current->save();
-    current->library()->completeIndex(); // a search may have found it damaged
 }
 
 } // namespace lumora

@@ -3,6 +3,7 @@
 
 #include "platform/process/confinement.h"
 
+#include <algorithm>
 #include <csignal>
 #include <poll.h>
 #include <sys/prctl.h>
@@ -15,7 +16,11 @@ namespace {
 
 bool limit(__rlimit_resource resource, rlim_t most)
 {
-    const rlimit both{most, most};
+    rlimit both{};
+    if (getrlimit(resource, &both) != 0)
+        return false;
+    both.rlim_max = std::min(most, both.rlim_max); // what the system allows already may be less
+    both.rlim_cur = both.rlim_max;
     return setrlimit(resource, &both) == 0;
 }
 

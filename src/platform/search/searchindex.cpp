@@ -54,6 +54,11 @@ SearchIndex::SearchIndex(QString path)
 
 SearchIndex::~SearchIndex()
 {
+    close();
+}
+
+void SearchIndex::close()
+{
     m_isClosing = true;
 }
 
@@ -72,29 +77,6 @@ QFuture<SearchIndex::Outcome> SearchIndex::deleteSearchableItems(QStringList uni
         return make([&identifiers](Database &database) { deleteItems(database, identifiers); },
                     IndexFile::IfMissing::leave, {});
     });
-}
-
-QSet<QString> SearchIndex::identifiers()
-{
-    QSet<QString> result;
-    try {
-        const std::optional<IndexFile::Identity> found = m_file.identity();
-        try {
-            if (std::optional<IndexFile::Reader> reader = m_file.openForReading()) {
-                Statement statement(reader->database, "SELECT identifier FROM items");
-                while (statement.step())
-                    result.insert(statement.text(0));
-            }
-        } catch (const DatabaseError &error) {
-            if (error.kind() != DatabaseError::Kind::broken || !found)
-                throw;
-            removeBrokenLater(*found);
-            return {};
-        }
-    } catch (const DatabaseError &error) {
-        throw SearchError(error.description());
-    }
-    return result;
 }
 
 QFuture<SearchIndex::Outcome> SearchIndex::enqueue(std::function<Outcome()> work)

@@ -10,7 +10,6 @@
 
 #include <QFuture>
 #include <QList>
-#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -36,10 +35,13 @@ public:
     explicit SearchIndex(QString path);
     SearchIndex(const SearchIndex &) = delete;
     SearchIndex &operator=(const SearchIndex &) = delete;
-    /// Waits for the change that is being made, which takes seconds at most: where it has to find all words anew first,
-    /// it fails at once. Of those behind it, deletions are made and additions are not; these end with a failure. Not to
-    /// be called by a continuation that runs on the index's thread.
+    /// Closes it, and waits for the change that is being made, which takes seconds at most. Not to be called by a
+    /// continuation that runs on the index's thread.
     ~SearchIndex();
+
+    /// From now on no change takes long: one that has to find all words anew first fails at once. Of those that wait,
+    /// other deletions are made, and additions end with a failure. Queries go on.
+    void close();
 
     // Changes are made one after another in the order of the calls, on a thread of the index's own. Every future ends
     // with a result; it is never cancelled by the index.
@@ -49,10 +51,6 @@ public:
     QFuture<Outcome> indexSearchableItems(QList<SearchableItem> items, std::stop_token stop = {});
     /// Identifiers that the index does not have are passed over.
     QFuture<Outcome> deleteSearchableItems(QStringList uniqueIdentifiers);
-
-    /// Of all items. Blocks. Empty where there is no index yet or it is found damaged; throws SearchError where it
-    /// cannot be read.
-    QSet<QString> identifiers();
 
 private:
     friend class UserQuery;

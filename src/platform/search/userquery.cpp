@@ -154,13 +154,16 @@ std::optional<SearchableItem> UserQuery::next()
         std::optional<SearchableItem> item = m_hits ? m_hits->next() : std::nullopt;
         if (!item)
             m_hits.reset();
+        m_hasGivenItems = item.has_value();
         return item;
     } catch (const DatabaseError &error) {
         m_hits.reset();
         if (error.kind() != DatabaseError::Kind::broken || !m_file)
             throw SearchError(error.description());
         m_index->removeBrokenLater(*m_file);
-        return std::nullopt;
+        if (m_hasGivenItems)
+            throw SearchError(error.description());
+        return std::nullopt; // as of the empty index that takes its place
     }
 }
 

@@ -35,8 +35,8 @@ public:
     ~UserQuery();
 
     /// The next item, the most relevant first; nothing when there are no more, which is so, too, where there is no
-    /// index yet or it is found damaged. Reads no more than this item. Throws SearchError where the index cannot be
-    /// read; the query has then ended.
+    /// index yet, or it is found damaged before the first item. Reads no more than this item. Throws SearchError where
+    /// the index cannot be read; the query has then ended.
     std::optional<SearchableItem> next();
 
 private:
@@ -49,6 +49,7 @@ private:
     QString m_queryString;
     UserQueryContext m_context;
     bool m_hasBegun = false;
+    bool m_hasGivenItems = false;
     std::optional<IndexFile::Identity> m_file; ///< that the answer comes from
     std::unique_ptr<Hits> m_hits;
 };
