@@ -142,10 +142,10 @@ QJsonObject RequestsFileTest::outputs() const
     QJsonObject texts;
     for (const auto &tool : everyTool()) {
         if (tool->name() != QLatin1String("currentDate"))
-            texts[tool->name()] = tool->call(GeneratedContent::fromJson(R"({"query":"unheard"})"));
+            texts[tool->name()] = tool->call(GeneratedContent::fromJson(R"({"query":"unheard"})"), std::stop_token());
     }
     const ToolList without = selectTools("read", m_data.filePath("missing.png"), *m_library, m_reader);
-    texts["unreadable"] = without.front()->call(GeneratedContent::fromJson("{}"));
+    texts["unreadable"] = without.front()->call(GeneratedContent::fromJson("{}"), std::stop_token());
     return texts;
 }
 
