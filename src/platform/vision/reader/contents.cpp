@@ -7,6 +7,7 @@
 #include "platform/vision/reader/ocrlanguages.h"
 #include "platform/vision/reader/textrecognizer.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -27,11 +28,12 @@ constexpr float leastConfidence = 30;
 constexpr float leastConfidenceOfScattered = 75;
 constexpr float confidenceOfUprightPage = 65;
 
-// Of the letters of pages nearly all are in lines. What is found from edge to edge counts where it is much more, and as
-// certain as what was found before: textures would be neither.
+// Of the letters of pages nearly all are in lines. What is found from edge to edge counts where it is much more, and
+// about as certain as what was found before: textures would be neither.
 constexpr double leastLeftOut = 0.05;
 constexpr float leastGain = 1.1F;
-constexpr float mostLoss = 5;
+constexpr float mostLoss = 10;
+constexpr float leastMeanConfidence = 75;
 
 /// A page that is upside down gives lines of unlikely letters; one on its side is recognised as such. Turns the picture
 /// where it is read better so.
@@ -53,7 +55,7 @@ TextRecognizer::Result recognizeUpright(TextRecognizer &recognizer, PagePicture 
 bool holdsMore(const QList<RecognizedLine> &lines, const QList<RecognizedLine> &others)
 {
     return certainCharacters(lines) > certainCharacters(others) * leastGain &&
-           meanConfidence(lines) > meanConfidence(others) - mostLoss;
+           meanConfidence(lines) > std::max(meanConfidence(others) - mostLoss, leastMeanConfidence);
 }
 
 /// A column of short numbers, as that of the prices on a receipt, is often taken for no text. Where something was left
@@ -61,6 +63,10 @@ bool holdsMore(const QList<RecognizedLine> &lines, const QList<RecognizedLine> &
 TextRecognizer::Result recognizePage(TextRecognizer &recognizer, PagePicture picture, QDeadlineTimer end)
 {
     TextRecognizer::Result result = recognizeUpright(recognizer, picture, end);
+    if (result.isComplete && result.lines.isEmpty()) { // in dim light the threshold may be the wrong one
+        picture.isUnevenlyLit = !picture.isUnevenlyLit;
+        result = recognizeUpright(recognizer, picture, end);
+    }
     if (!result.isComplete || result.leftOut < leastLeftOut)
         return result;
     TextRecognizer::Result whole = recognizer.recognize(picture, TextRecognizer::Layout::lines, end);

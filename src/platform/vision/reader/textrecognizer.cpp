@@ -32,9 +32,9 @@ constexpr double leastEnlarging = 1.5;
 constexpr double smallPicture = 500'000; // pixels; the letters of a larger one are found, however small they are
 // A newspaper page has fewer. The search for lines, which nothing else stops, takes seconds for so many.
 constexpr int mostSpecks = 25'000;
-constexpr float steepestSlope = 15; // degrees; of a page in somebody's hand
-constexpr float leastCertainty = 3; // how much sharper its lines are at this slope than at others
-constexpr double leastSlope = 0.7;  // the engine follows lines that slope less
+constexpr float steepestSlope = 15;    // degrees; of a page in somebody's hand
+constexpr float leastCertainty = 2.5F; // how much sharper its lines are at this slope than at others
+constexpr double leastSlope = 0.7;     // the engine follows lines that slope less
 
 tesseract::PageSegMode segmentation(TextRecognizer::Layout layout)
 {

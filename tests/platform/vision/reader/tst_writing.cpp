@@ -23,6 +23,7 @@ private Q_SLOTS:
     void initTestCase();
     void reads_data();
     void reads();
+    void readsThePricesOfAReceipt_data();
     void readsThePricesOfAReceipt();
     void saysThatThereIsNothing_data();
     void saysThatThereIsNothing();
@@ -119,8 +120,18 @@ void WritingTest::reads()
     QVERIFY2(text.contains(u'\n'), "lines are kept apart");
 }
 
+void WritingTest::readsThePricesOfAReceipt_data()
+{
+    QTest::addColumn<QColor>("light"); // on one side, and on the other one
+    QTest::addColumn<QColor>("shade");
+    QTest::newRow("on a table") << QColor(Qt::white) << QColor(Qt::white);
+    QTest::newRow("in dim light") << QColor(110, 80, 60) << QColor(55, 45, 35);
+}
+
 void WritingTest::readsThePricesOfAReceipt()
 {
+    QFETCH(QColor, light);
+    QFETCH(QColor, shade);
     const QStringList lines{"Espresso 4.80",   "Croissant 3.20", "Apple juice 3.50",
                             "TOTAL EUR 11.50", "CASH 20.00",     "CHANGE 8.50"};
     QImage photo(700, 600, QImage::Format_RGB32);
@@ -137,6 +148,12 @@ void WritingTest::readsThePricesOfAReceipt()
         painter.drawText(140, 180 + 40 * i, lines[i].left(price));
         painter.drawText(QRect(440, 150 + 40 * i, 120, 40), Qt::AlignRight, lines[i].mid(price + 1));
     }
+    painter.resetTransform();
+    QLinearGradient gradient(0, 0, photo.width(), photo.height());
+    gradient.setColorAt(0, light);
+    gradient.setColorAt(1, shade);
+    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
+    painter.fillRect(photo.rect(), gradient);
     painter.end();
     QCOMPARE(read(photo).content.split(u'\n'), lines);
 }
