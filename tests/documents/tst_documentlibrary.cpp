@@ -40,39 +40,40 @@ void DocumentLibraryTest::encodesKeysInOrder()
 
 void DocumentLibraryTest::refusesTheWholeListForOneFault_data()
 {
-    QTest::addColumn<QByteArray>("second");
-    QTest::newRow("no id") << QByteArray(R"({"name":"a","filename":"b","addedAt":1})");
-    QTest::newRow("no name") << QByteArray(
-        R"({"id":"0F8FAD5B-D9CB-469F-A165-70867728950E","filename":"b","addedAt":1})");
-    QTest::newRow("no filename") << QByteArray(
-        R"({"id":"0F8FAD5B-D9CB-469F-A165-70867728950E","name":"b","addedAt":1})");
-    QTest::newRow("no addedAt") << QByteArray(
-        R"({"id":"0F8FAD5B-D9CB-469F-A165-70867728950E","name":"a","filename":"b"})");
-    QTest::newRow("addedAt as text") << QByteArray(
-        R"({"id":"0F8FAD5B-D9CB-469F-A165-70867728950E","name":"a","filename":"b","addedAt":"1"})");
-    QTest::newRow("bad id") << QByteArray(R"({"id":"0F8F","name":"a","filename":"b","addedAt":1})");
+    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<QByteArray>("instead");
+    for (const char *key : {"id", "name", "filename", "addedAt"})
+        QTest::addRow("no %s", key) << QByteArray('"' + QByteArray(key) + '"') << QByteArray(R"("other")");
+    QTest::newRow("addedAt as text") << QByteArray(R"("addedAt":1)") << QByteArray(R"("addedAt":"1")");
+    QTest::newRow("bad id") << QByteArray("0F8FAD5B-") << QByteArray();
 }
 
 void DocumentLibraryTest::refusesTheWholeListForOneFault()
 {
-    QFETCH(QByteArray, second);
+    QFETCH(QByteArray, key);
+    QFETCH(QByteArray, instead);
     const QByteArray first = R"({"id":"0F8FAD5B-D9CB-469F-A165-70867728950E","name":"a","filename":"b","addedAt":1})";
-    QCOMPARE(decodeDocuments('[' + first + ']')->size(), 1);
+    const QByteArray second = QByteArray(first).replace(key, instead);
+    QCOMPARE(decodeDocuments('[' + first + ',' + first + ']')->size(), 2);
     QCOMPARE(decodeDocuments('[' + first + ',' + second + ']'), std::nullopt);
+}
+
+/// Where it was written to.
+static QString listFile(const QTemporaryDir &data, const QByteArray &bytes)
+{
+    QDir(data.path()).mkpath("Lumora/Documents");
+    QFile file(data.filePath("Lumora/Documents/documents.json"));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write the list");
+    return file.fileName();
 }
 
 void DocumentLibraryTest::loadsAndSavesTheList()
 {
     const QTemporaryDir data;
-    QVERIFY(QDir(data.path()).mkpath("Lumora/Documents"));
-    const QString path = data.filePath("Lumora/Documents/documents.json");
     const QList<ImportedDocument> documents{{.name = "notes.md", .filename = "1.md"},
                                             {.name = "b.txt", .filename = "2.txt"}};
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(encodeDocuments(documents));
-    file.close();
-
+    QFile file(listFile(data, encodeDocuments(documents)));
     DocumentLibrary library(data.path());
     QCOMPARE(library.documents(), documents);
     QVERIFY(file.remove());
@@ -83,17 +84,11 @@ void DocumentLibraryTest::loadsAndSavesTheList()
 void DocumentLibraryTest::setsAnUnreadableListAside()
 {
     const QTemporaryDir data;
-    QVERIFY(QDir(data.path()).mkpath("Lumora/Documents"));
-    const QString path = data.filePath("Lumora/Documents/documents.json");
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("{broken");
-    file.close();
-
+    QFile file(listFile(data, "{broken"));
     DocumentLibrary library(data.path());
     QVERIFY(library.documents().isEmpty());
     QVERIFY(library.errorMessage().isNull());
-    QVERIFY(QFile::exists(path));
+    QVERIFY(file.exists());
     library.save();
     QFile aside(data.filePath("Lumora/Documents/documents.unreadable-1.json"));
     QVERIFY(aside.open(QIODevice::ReadOnly));

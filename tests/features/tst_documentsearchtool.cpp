@@ -4,12 +4,15 @@
 #include "documents/documentlibrary.h"
 #include "features/documentsearchtool.h"
 #include "platform/files/identifier.h"
+#include "platform/model/childprocesses.h"
 #include "platform/model/errors.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <future>
 
 using namespace lumora;
 
@@ -31,6 +34,7 @@ private Q_SLOTS:
     void readsTheFilesWhereTheIndexKnowsNothing();
     void skipsWhatIsNoLongerThere();
     void failsWithTheIndex();
+    void stopsReading();
     void isOfferedWithDocumentsOnly();
 
 private:
@@ -128,6 +132,27 @@ void DocumentSearchToolTest::failsWithTheIndex()
     addFile("b", "All pets.");
     QVERIFY(QDir(m_folder->path()).mkpath("index/in the way"));
     QVERIFY_THROWS_EXCEPTION(ModelError, call("pets"));
+}
+
+void DocumentSearchToolTest::stopsReading()
+{
+    QFile helper(m_folder->filePath("helper"));
+    QVERIFY(helper.open(QIODevice::WriteOnly) && helper.write("#!/bin/sh\nexec sleep 600\n") > 0);
+    QVERIFY(helper.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+    helper.close();
+    m_tool.pdf = {.helper = helper.fileName()};
+    for (const char *name : {"1.pdf", "2.pdf"}) {
+        addFile(name, "any");
+        QVERIFY(QFile::rename(m_folder->filePath(m_tool.documents.last().filename), m_folder->filePath(name)));
+        m_tool.documents.last().filename = name;
+    }
+    std::stop_source stop;
+    std::future<QString> result =
+        std::async(std::launch::async, [&] { return m_tool.call({.text = "pets"}, stop.get_token()); });
+    QTRY_VERIFY(!childProcesses().isEmpty());
+    stop.request_stop();
+    QCOMPARE(result.get(), nothingFound);
+    QVERIFY(childProcesses().isEmpty());
 }
 
 void DocumentSearchToolTest::isOfferedWithDocumentsOnly()

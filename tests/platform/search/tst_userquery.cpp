@@ -62,61 +62,46 @@ void UserQueryTest::findsWordsInEveryForm_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("question");
     QTest::addColumn<bool>("isFound");
+    const auto add = [](const char *name, const QString &text, const QString &question, bool isFound) {
+        QTest::newRow(name) << text << question << isFound;
+    };
 
     const QString chinese = "租约规定租户可以养宠物，但须支付押金。北京市";
-    QTest::newRow("Chinese") << chinese << "宠物" << true;
-    QTest::newRow("Chinese, a question") << chinese << "租户可以养什么宠物？" << true;
-    QTest::newRow("Chinese, a compound's beginning") << chinese << "北京" << true;
-    QTest::newRow("Chinese, across words") << chinese << "付押" << false;
+    add("Chinese", chinese, "宠物", true);
+    add("Chinese, a question", chinese, "租户可以养什么宠物？", true);
+    add("Chinese, a compound's beginning", chinese, "北京", true);
+    add("Chinese, across words", chinese, "付押", false);
     const QString japanese = "ペットを飼う場合は、大家の許可が必要です。";
-    QTest::newRow("Japanese") << japanese << "許可" << true;
-    QTest::newRow("Japanese, narrow katakana") << japanese << "ﾍﾟｯﾄ" << true;
-    QTest::newRow("Japanese, another sound mark") << "バス停"
-                                                  << "ハス" << false;
-    QTest::newRow("Thai") << "สัญญาเช่าอนุญาตให้เลี้ยงสัตว์ได้"
-                          << "สัตว์" << true;
-    QTest::newRow("Thai, another tone") << "เขาเดินเข้าป่าใหญ่"
-                                        << "ปา" << false;
-    QTest::newRow("Korean, with a particle") << "계약서에 고양이가 있습니다"
-                                             << "고양이" << true;
-    QTest::newRow("German, umlaut and case") << "Überprüfung der Straße"
-                                             << "UBERPRUFUNG" << true;
-    QTest::newRow("German, sharp s") << "Überprüfung der Straße"
-                                     << "strasse" << true;
-    QTest::newRow("accents typed apart") << "cafe\u0301"
-                                         << "CAFÉ" << true;
-    QTest::newRow("Polish, a stroke") << "Łódź"
-                                      << "lodz" << true;
-    QTest::newRow("French, an elision") << "l’élève"
-                                        << "eleve" << true;
-    QTest::newRow("Turkish, a dotted capital") << "İSTANBUL"
-                                               << "istanbul" << true;
-    QTest::newRow("Greek, final sigma") << "Οδυσσέας"
-                                        << "ΟΔΥΣΣΕΑΣ" << true;
-    QTest::newRow("Russian") << "Ёлка"
-                             << "елка" << true;
-    QTest::newRow("Arabic, vowel signs") << "كِتَابٌ"
-                                         << "كتاب" << true;
-    QTest::newRow("Hebrew, vowel points") << "שָׁלוֹם"
-                                          << "שלום" << true;
-    QTest::newRow("Hebrew, an abbreviation") << "צה״ל"
-                                             << "צה\"ל" << true;
-    QTest::newRow("wide letters") << "ＬＥＡＳＥ"
-                                  << "lease" << true;
-    QTest::newRow("ligature, soft hyphen") << "oﬃce agree\u00ADment"
-                                           << "office agreement" << true;
+    add("Japanese", japanese, "許可", true);
+    add("Japanese, narrow katakana", japanese, "ﾍﾟｯﾄ", true);
+    add("Japanese, another sound mark", "バス停", "ハス", false);
+    add("Thai", "สัญญาเช่าอนุญาตให้เลี้ยงสัตว์ได้", "สัตว์", true);
+    add("Thai, another tone", "เขาเดินเข้าป่าใหญ่", "ปา", false);
+    add("Korean, with a particle", "계약서에 고양이가 있습니다", "고양이", true);
+    add("German, umlaut and case", "Überprüfung der Straße", "UBERPRUFUNG", true);
+    add("German, sharp s", "Überprüfung der Straße", "strasse", true);
+    add("accents typed apart", "cafe\u0301", "CAFÉ", true);
+    add("Polish, a stroke", "Łódź", "lodz", true);
+    add("French, an elision", "l’élève", "eleve", true);
+    add("Turkish, a dotted capital", "İSTANBUL", "istanbul", true);
+    add("Greek, final sigma", "Οδυσσέας", "ΟΔΥΣΣΕΑΣ", true);
+    add("Russian", "Ёлка", "елка", true);
+    add("Arabic, vowel signs", "كِتَابٌ", "كتاب", true);
+    add("Hebrew, vowel points", "שָׁלוֹם", "שלום", true);
+    add("Hebrew, an abbreviation", "צה״ל", "צה\"ל", true);
+    add("wide letters", "ＬＥＡＳＥ", "lease", true);
+    add("ligature, soft hyphen", "oﬃce agree\u00ADment", "office agreement", true);
 
     const QString english = "The landlord's policies: children pay, on 12.05.2024, at example.com, for running water.";
-    QTest::newRow("plural") << english << "policy" << true;
-    QTest::newRow("singular") << "a policy"
-                              << "policies" << true;
-    QTest::newRow("ending") << english << "runs" << true;
-    QTest::newRow("irregular plural") << english << "child" << true;
-    QTest::newRow("irregular verb") << english << "who paid" << true;
-    QTest::newRow("possessive") << english << "landlord" << true;
-    QTest::newRow("part of a date") << english << "2024" << true;
-    QTest::newRow("part of an address") << english << "example" << true;
-    QTest::newRow("part of a word") << english << "lord" << false;
+    add("plural", english, "policy", true);
+    add("singular", "a policy", "policies", true);
+    add("ending", english, "runs", true);
+    add("irregular plural", english, "child", true);
+    add("irregular verb", english, "who paid", true);
+    add("possessive", english, "landlord", true);
+    add("part of a date", english, "2024", true);
+    add("part of an address", english, "example", true);
+    add("part of a word", english, "lord", false);
 }
 
 void UserQueryTest::findsWordsInEveryForm()
