@@ -72,6 +72,13 @@ bool hasLayout(Database &database)
     throw DatabaseError(DatabaseError::Kind::broken, QStringLiteral("The file is another program's database."));
 }
 
+/// All of it as of one moment: while another connection makes the layout, half of it would look like damage.
+bool hasWholeLayout(Database &database)
+{
+    const Transaction moment(database, Transaction::Kind::reading);
+    return hasLayout(database);
+}
+
 /// Words are deleted as they are found then: where the rules have changed, all must be found anew before.
 void applyRules(Database &database, const std::function<bool()> &isUnwanted)
 {
@@ -149,7 +156,7 @@ std::optional<IndexFile::Reader> IndexFile::openForReading()
     std::optional<Reader> reader = takeIdle();
     if (!reader || reader->identity != *current)
         reader = Reader{Database(m_path, readingPatience), *current};
-    return hasLayout(reader->database) ? std::move(reader) : std::nullopt;
+    return hasWholeLayout(reader->database) ? std::move(reader) : std::nullopt;
 }
 
 std::optional<IndexFile::Reader> IndexFile::takeIdle()
