@@ -3,7 +3,9 @@
 
 #include "ui/iconitem.h"
 
+#include <QCache>
 #include <QFile>
+#include <QImage>
 #include <QLoggingCategory>
 #include <QPainter>
 #include <QSvgRenderer>
@@ -20,6 +22,32 @@ QByteArray readResource(const QUrl &url)
         return {};
     }
     return file.readAll();
+}
+
+QImage drawSymbol(const QUrl &source, const QColor &color, qreal weight, const QSize &pixels)
+{
+    // The symbols are drawn in "currentColor", with strokes of one weight.
+    QByteArray svg = readResource(source);
+    svg.replace("currentColor", color.name(QColor::HexRgb).toLatin1());
+    svg.replace("stroke-width=\"1.5\"", "stroke-width=\"" + QByteArray::number(weight) + '"');
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QSvgRenderer renderer;
+    if (!svg.isEmpty() && renderer.load(svg)) {
+        QPainter painter(&image);
+        renderer.render(&painter);
+    }
+    return image;
+}
+
+/// Drawn once for all that show it: a list has the same few in each of its rows.
+QImage symbolImage(const QUrl &source, const QColor &color, qreal weight, const QSize &pixels)
+{
+    static QCache<QString, QImage> drawn(200);
+    const QString key = QStringLiteral("%1 %2 %3 %4").arg(source.path(), color.name()).arg(weight).arg(pixels.height());
+    if (!drawn.contains(key))
+        drawn.insert(key, new QImage(drawSymbol(source, color, weight, pixels)));
+    return *drawn.object(key);
 }
 
 } // namespace
@@ -59,13 +87,8 @@ void IconItem::setWeight(qreal weight)
 
 void IconItem::paint(QPainter *painter)
 {
-    // The symbols are drawn in "currentColor", with strokes of one weight.
-    QByteArray svg = readResource(m_source);
-    svg.replace("currentColor", m_color.name(QColor::HexRgb).toLatin1());
-    svg.replace("stroke-width=\"1.5\"", "stroke-width=\"" + QByteArray::number(m_weight) + '"');
-    QSvgRenderer renderer;
-    if (!svg.isEmpty() && renderer.load(svg))
-        renderer.render(painter, boundingRect());
+    const QSize pixels = painter->deviceTransform().mapRect(boundingRect()).size().toSize();
+    painter->drawImage(boundingRect(), symbolImage(m_source, m_color, m_weight, pixels));
 }
 
 } // namespace lumora
