@@ -80,18 +80,26 @@ void RoundedImage::componentComplete()
     load();
 }
 
+void RoundedImage::itemChange(ItemChange change, const ItemChangeData &value)
+{
+    QQuickPaintedItem::itemChange(change, value);
+    if (change == ItemDevicePixelRatioHasChanged || change == ItemSceneChange)
+        load();
+}
+
 void RoundedImage::load()
 {
     if (!isComponentComplete())
         return;
-    const QSizeF shown = m_path.isEmpty() ? QSizeF() : QSizeF(imageSize(m_path)).scaled(m_box, Qt::KeepAspectRatio);
-    if (shown.isEmpty()) {
+    const QSizeF size = m_path.isEmpty() ? QSizeF() : imageSize(m_path);
+    if (size.isEmpty()) {
         m_reading.setFuture({});
         m_image = {};
         setImplicitSize(0, 0);
         setUnavailable(true);
         return;
     }
+    const QSizeF shown = size.scaled(m_box, Qt::KeepAspectRatio);
     setImplicitSize(shown.width(), shown.height());
     setUnavailable(false);
     const qreal scale = window() ? window()->effectiveDevicePixelRatio() : 1;
