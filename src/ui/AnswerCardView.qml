@@ -33,6 +33,7 @@ Rectangle {
         }
         MessageTextView {
             content: view.card.summary
+            isGrowing: false
             isVerbatim: true
             width: parent.width
         }

@@ -30,6 +30,7 @@ Column {
             required property string modelData
 
             font.pixelSize: Theme.bodySize
+            lineHeight: 1.2
             spacing: 8
             symbol: section.symbol
             symbolColor: Theme.accentSymbol

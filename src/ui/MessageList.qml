@@ -16,6 +16,7 @@ ListView {
     /// The end stays in view until the user moves away from it.
     property bool isFollowing: false
     property bool isPlacing: false
+    property MessageTextView pointedText: null
 
     /// Goes by where the last message really ends; the list's own height is an estimate.
     function follow() {
@@ -35,7 +36,11 @@ ListView {
     bottomMargin: 24
     boundsBehavior: Flickable.StopAtBounds
     clip: true
+    currentIndex: -1
+    highlightFollowsCurrentItem: false
+    keyNavigationEnabled: false
     model: messages
+    reuseItems: true
     spacing: 20
     topMargin: 24
 
@@ -44,13 +49,28 @@ ListView {
     }
     delegate: MessageRow {
         width: list.width
+
+        onLinkPointedAt: text => list.pointedText = text
     }
 
     onContentHeightChanged: follow()
     onHeightChanged: follow()
     onMovementStarted: isFollowing = false
 
+    Hint {
+        parent: list.pointedText ?? list
+        text: list.pointedText?.hoveredLink ?? ""
+        visible: text !== ""
+        x: list.pointedText?.pointerPosition.x ?? 0
+        y: (list.pointedText?.pointerPosition.y ?? 0) + 18
+    }
     Connections {
+        function onConversationAboutToChange() {
+            const row = list.currentItem as MessageRow;
+            if (row)
+                row.deselect();
+            list.currentIndex = -1;
+        }
         function onEndChanged() {
             // What has just come on the screen is read from its start.
             list.isFollowing = list.visible;

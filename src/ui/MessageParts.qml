@@ -1,15 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import org.lumora.ui
 
-/// What stands beside the avatar; what a message does not have is absent.
+/// What a message has beside its text. Most messages have little of it, so each part is made where it is there.
 Column {
-    id: body
+    id: parts
 
-    required property string author
-    required property string text
+    required property bool isWaiting
     required property bool hasCard
     required property answerCard card
     required property list<toolEvent> toolEvents
@@ -18,39 +19,48 @@ Column {
 
     spacing: 6
 
-    PlainText {
-        color: Theme.secondaryText
-        font.bold: true
-        font.pixelSize: Theme.captionSize
-        text: body.author
+    LazyPart {
+        isNeeded: parts.isWaiting
+
+        delegate: Spinner {
+            label: qsTr("Waiting for the reply")
+            visible: parts.isWaiting
+        }
     }
-    MessageTextView {
-        content: body.text
-        visible: content !== ""
-        width: parent.width
+    LazyPart {
+        isNeeded: parts.hasCard
+
+        delegate: AnswerCardView {
+            card: parts.card
+            visible: parts.hasCard
+            width: parts.width
+        }
     }
-    Spinner {
-        label: qsTr("Waiting for the reply")
-        visible: body.text === "" && !body.hasCard
+    LazyPart {
+        isNeeded: parts.toolEvents.length > 0
+
+        delegate: ToolCalls {
+            events: parts.toolEvents
+            maximumWidth: parts.width
+            visible: events.length > 0
+        }
     }
-    AnswerCardView {
-        card: body.card
-        visible: body.hasCard
-        width: parent.width
+    LazyPart {
+        isNeeded: parts.tokenLine !== ""
+
+        delegate: PlainText {
+            color: Theme.tertiaryText
+            font.pixelSize: Theme.smallCaptionSize
+            text: parts.tokenLine
+            visible: text !== ""
+        }
     }
-    ToolCalls {
-        events: body.toolEvents
-        maximumWidth: body.width
-        visible: events.length > 0
-    }
-    PlainText {
-        color: Theme.tertiaryText
-        font.pixelSize: Theme.smallCaptionSize
-        text: body.tokenLine
-        visible: text !== ""
-    }
-    MessageImage {
-        path: body.imagePath
-        visible: path !== ""
+    LazyPart {
+        isNeeded: parts.imagePath !== ""
+
+        delegate: MessageImage {
+            path: parts.imagePath
+            visible: path !== ""
+        }
     }
 }

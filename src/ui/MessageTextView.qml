@@ -4,14 +4,18 @@
 import QtQuick
 import org.lumora.ui
 
-/// Text that a message holds, with its inline styles or as it stands. It can be selected; a link opens on a click.
+/// Text that a message holds, read as Markdown or as it stands. It can be selected; a link opens on a click.
 TextEdit {
     id: edit
 
-    required property string content
-    property bool isVerbatim: false
+    // Aliases, since a long text that went through JavaScript would have it collect garbage all the time.
+    property alias content: writer.text
+    property alias isEmpty: writer.isEmpty
+    property alias isVerbatim: writer.isVerbatim
+    property alias isGrowing: writer.isGrowing
+    readonly property point pointerPosition: pointer.point.position
 
-    Accessible.name: content
+    Accessible.name: AccessibilityState.isActive ? writer.plainText : ""
     Accessible.role: Accessible.StaticText
     activeFocusOnTab: false
     color: Theme.text
@@ -20,29 +24,34 @@ TextEdit {
     selectByMouse: true
     selectedTextColor: Theme.text
     selectionColor: Theme.selection
-    textFormat: TextEdit.RichText
+    topPadding: -3 // lines are higher than their letters, at the top
     wrapMode: TextEdit.Wrap
 
     Component.onCompleted: writer.document = textDocument
+    Keys.onPressed: event => {
+        event.accepted = event.matches(StandardKey.Copy);
+        if (event.accepted)
+            writer.copy(selectionStart, selectionEnd);
+    }
+    onContentSizeChanged: writer.placeDecorations(width)
     onLinkActivated: link => Qt.openUrlExternally(link)
+    onWidthChanged: writer.placeDecorations(width)
 
     HoverHandler {
         id: pointer
 
         cursorShape: edit.hoveredLink !== "" ? Qt.PointingHandCursor : Qt.IBeamCursor
     }
-    Hint {
-        text: edit.hoveredLink
-        visible: text !== ""
-        x: pointer.point.position.x
-        y: pointer.point.position.y + 18
-    }
     MessageText {
         id: writer
 
         codeColor: Theme.hoverFill
-        isVerbatim: edit.isVerbatim
+        decoration: Component {
+            TextDecoration {}
+        }
         linkColor: Theme.accentSymbol
-        text: edit.content
+        quoteColor: Theme.secondaryText
+
+        onWritten: placeDecorations(edit.width)
     }
 }

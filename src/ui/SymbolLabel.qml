@@ -15,6 +15,7 @@ Item {
     property alias font: label.font
     property int spacing: 6
     property int symbolSize: Theme.symbolSize
+    property alias lineHeight: label.lineHeight
     property alias wrapMode: label.wrapMode
 
     Accessible.name: text

@@ -30,21 +30,38 @@ struct MarkdownSpan
     bool operator==(const MarkdownSpan &) const = default;
 };
 
-/// One line of a message as its author broke it, with a text direction of its own.
+struct MarkdownCell
+{
+    QList<MarkdownSpan> spans;
+    Qt::Alignment alignment = {}; ///< horizontal; none follows the direction of the text
+
+    bool operator==(const MarkdownCell &) const = default;
+};
+
+/// The first row is the heading; all have as many cells.
+using MarkdownTable = QList<QList<MarkdownCell>>;
+
+/// One line of a message as its author broke it, with a text direction of its own; or a whole table.
 struct MarkdownLine
 {
     enum class Kind {
         text,
         heading,
         code,
-        rule, ///< has no spans
+        rule,  ///< has no spans
+        table, ///< nor has this
     };
 
     Kind kind = Kind::text;
-    int depth = 0;          ///< how many lists and quotes it stands in
-    QString marker = {};    ///< of the first line of a list item, such as "•" or "2."
-    bool continues = false; ///< belongs to the same paragraph as the line above
+    int level = 0;       ///< of a heading, from 1
+    int depth = 0;       ///< how many lists and quotes it stands in
+    quint32 quotes = 0;  ///< which of them are quotes, as bits, the outermost first; deeper ones than 32 are left out
+    QString marker = {}; ///< of the first line of a list item, such as "•" or "2."
+    bool continues = false; ///< belongs to the same paragraph, or the same code, as the line above
+    bool isTight = false;   ///< stands closer to the line above than a paragraph does
+    bool isLast = false;    ///< of its code
     QList<MarkdownSpan> spans = {};
+    MarkdownTable table = {};
 
     bool operator==(const MarkdownLine &) const = default;
 };

@@ -3,6 +3,8 @@
 
 #include "ui/messagelistmodel.h"
 
+#include <algorithm>
+
 namespace lumora {
 
 namespace {
@@ -60,6 +62,7 @@ void MessageListModel::connectStore()
     connect(m_store, &ChatStore::messageAppended, this, &MessageListModel::append);
     connect(m_store, &ChatStore::messageChanged, this, &MessageListModel::change);
     connect(m_store, &ChatStore::messageRemoved, this, &MessageListModel::remove);
+    connect(m_store, &ChatStore::isGeneratingChanged, this, &MessageListModel::updateGrowing);
 }
 
 int MessageListModel::rowCount(const QModelIndex &parent) const
@@ -88,6 +91,8 @@ QVariant MessageListModel::data(const QModelIndex &index, int role) const
         return tokenLine(message);
     case imagePathRole:
         return imagePath(message);
+    case isGrowingRole:
+        return isGrowing(size_t(index.row()));
     default:
         return {};
     }
@@ -101,18 +106,37 @@ QHash<int, QByteArray> MessageListModel::roleNames() const
             {hasCardRole, "hasCard"},
             {toolEventsRole, "toolEvents"},
             {tokenLineRole, "tokenLine"},
-            {imagePathRole, "imagePath"}};
+            {imagePathRole, "imagePath"},
+            {isGrowingRole, "isGrowing"}};
 }
 
 void MessageListModel::reset()
 {
     const End before = end();
     const Conversation *selected = m_store ? m_store->selectedConversation() : nullptr;
-    beginResetModel();
+    Q_EMIT conversationAboutToChange();
     m_conversationID = selected ? selected->id : QUuid();
-    m_rows = selected ? selected->messages : std::vector<ChatMessage>();
-    endResetModel();
+    replaceRows(selected ? selected->messages : std::vector<ChatMessage>());
     announce(before);
+}
+
+/// Changes the rows that stay in number, rather than reset them all, so that the views go on with what they have made.
+void MessageListModel::replaceRows(const std::vector<ChatMessage> &rows)
+{
+    const auto common = qsizetype(std::min(rows.size(), m_rows.size()));
+    if (m_rows.size() > size_t(common)) {
+        beginRemoveRows({}, int(common), int(m_rows.size()) - 1);
+        m_rows.resize(size_t(common));
+        endRemoveRows();
+    }
+    std::copy_n(rows.begin(), common, m_rows.begin());
+    if (common > 0)
+        Q_EMIT dataChanged(index(0), index(int(common) - 1));
+    if (rows.size() > size_t(common)) {
+        beginInsertRows({}, int(common), int(rows.size()) - 1);
+        m_rows.insert(m_rows.end(), rows.begin() + common, rows.end());
+        endInsertRows();
+    }
 }
 
 void MessageListModel::append(const QUuid &conversationID)
@@ -154,6 +178,13 @@ void MessageListModel::remove(const QUuid &conversationID, qsizetype row)
     announce(before);
 }
 
+void MessageListModel::updateGrowing()
+{
+    const QModelIndex last = index(int(m_rows.size()) - 1);
+    if (last.isValid())
+        Q_EMIT dataChanged(last, last, {isGrowingRole});
+}
+
 const Conversation *MessageListModel::shown(const QUuid &conversationID) const
 {
     return conversationID == m_conversationID ? m_store->selectedConversation() : nullptr;
@@ -164,6 +195,12 @@ QString MessageListModel::imagePath(const ChatMessage &message) const
     if (!m_store || !message.imageFilename)
         return {};
     return m_store->imageURL(*message.imageFilename).value_or(QString());
+}
+
+bool MessageListModel::isGrowing(size_t row) const
+{
+    return m_store && m_store->isGenerating() && row + 1 == m_rows.size() &&
+           m_rows[row].role == ChatMessage::Role::assistant;
 }
 
 MessageListModel::End MessageListModel::end() const

@@ -31,6 +31,7 @@ public:
         toolEventsRole, ///< a list of ToolEvent, empty where the message has none
         tokenLineRole,  ///< empty unless both counts are known
         imagePathRole,  ///< absolute; empty where there is no image, or no image folder
+        isGrowingRole,  ///< whether more of its text may be to come
     };
 
     explicit MessageListModel(QObject *parent = nullptr);
@@ -46,6 +47,8 @@ public:
 Q_SIGNALS:
     void storeChanged();
     void countChanged();
+    /// The rows are going to be those of another chat.
+    void conversationAboutToChange();
     /// The number of messages or the text of the last one has changed. Comes before countChanged, so that a view knows
     /// whether it had something to show.
     void endChanged();
@@ -60,13 +63,16 @@ private:
 
     void connectStore();
     void reset();
+    void replaceRows(const std::vector<ChatMessage> &rows);
     void append(const QUuid &conversationID);
     void change(const QUuid &conversationID, qsizetype row);
     void remove(const QUuid &conversationID, qsizetype row);
+    void updateGrowing();
 
     /// The selected chat, where that is the one shown and the one named.
     const Conversation *shown(const QUuid &conversationID) const;
     QString imagePath(const ChatMessage &message) const;
+    bool isGrowing(size_t row) const;
     End end() const;
     void announce(const End &before);
 

@@ -3,63 +3,54 @@
 
 #include "ui/messagetext.h"
 
-#include <QFontDatabase>
-#include <QTextBlock>
+#include "ui/growingmarkdown.h"
+#include "ui/selectedtext.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QTextCursor>
 #include <QTextDocument>
-#include <QTextOption>
-
-#include <algorithm>
 
 namespace lumora {
 
 namespace {
 
-constexpr qreal paragraphGap = 8;
-constexpr qreal indentWidth = 20;
-constexpr int deepestIndent = 8;
-
-/// Of the first character that has one; LayoutDirectionAuto where none has.
-Qt::LayoutDirection direction(const QString &text)
+/// What is selected in an editor while its document changes. It would grow with a text that is added at its end.
+class HeldSelection
 {
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const bool isPair = text.at(i).isHighSurrogate() && i + 1 < text.size();
-        switch (QChar::direction(isPair ? QChar::surrogateToUcs4(text.at(i), text.at(i + 1)) : text.at(i).unicode())) {
-        case QChar::DirL:
-            return Qt::LeftToRight;
-        case QChar::DirR:
-        case QChar::DirAL:
-            return Qt::RightToLeft;
-        default:
-            break;
-        }
-    }
-    return Qt::LayoutDirectionAuto;
+public:
+    HeldSelection(QQuickItem *editor, QTextDocument *document);
+    void restore() const;
+
+private:
+    QQuickItem *m_editor;
+    QTextCursor m_end; ///< null where nothing is selected
+    bool m_isBackwards = false;
+};
+
+HeldSelection::HeldSelection(QQuickItem *editor, QTextDocument *document)
+    : m_editor(editor)
+{
+    const int start = editor->property("selectionStart").toInt();
+    const int end = editor->property("selectionEnd").toInt();
+    if (start == end)
+        return;
+    m_isBackwards = editor->property("cursorPosition").toInt() == start;
+    m_end = QTextCursor(document);
+    m_end.setPosition(end);
+    m_end.setKeepPositionOnInsert(true);
 }
 
-/// Left to itself, a text editor takes the direction of the whole text for each line.
-Qt::LayoutDirection direction(const MarkdownLine &line)
+void HeldSelection::restore() const
 {
-    if (line.kind == MarkdownLine::Kind::code)
-        return Qt::LeftToRight;
-    for (const MarkdownSpan &span : line.spans) {
-        if (const Qt::LayoutDirection found = direction(span.text); found != Qt::LayoutDirectionAuto)
-            return found;
-    }
-    return Qt::LeftToRight;
-}
-
-QTextBlockFormat blockFormat(const MarkdownLine &line, bool isFirst)
-{
-    QTextBlockFormat format;
-    format.setTopMargin(isFirst || line.continues ? 0 : paragraphGap);
-    format.setLineHeight(120, QTextBlockFormat::ProportionalHeight);
-    format.setIndent(std::min(line.depth, deepestIndent));
-    if (!line.marker.isEmpty())
-        format.setTextIndent(-indentWidth);
-    format.setTabPositions({QTextOption::Tab(indentWidth, QTextOption::LeftTab)});
-    format.setLayoutDirection(direction(line));
-    return format;
+    if (m_end.isNull())
+        return;
+    const int start = m_editor->property("selectionStart").toInt();
+    const int end = m_end.position();
+    if (start >= end || end == m_editor->property("selectionEnd").toInt())
+        return;
+    QMetaObject::invokeMethod(m_editor, "select", Q_ARG(int, m_isBackwards ? end : start),
+                              Q_ARG(int, m_isBackwards ? start : end));
 }
 
 } // namespace
@@ -74,11 +65,13 @@ void MessageText::setDocument(QQuickTextDocument *document)
     if (m_document == document)
         return;
     m_document = document;
+    m_writer.reset();
     if (m_document) {
-        m_document->textDocument()->setUndoRedoEnabled(false);
-        m_document->textDocument()->setIndentWidth(indentWidth);
+        m_writer.emplace(m_document->textDocument());
+        m_look.font = m_document->textDocument()->defaultFont();
+        m_writer->setLook(m_look);
+        write();
     }
-    writeAnew();
     Q_EMIT documentChanged();
 }
 
@@ -86,99 +79,86 @@ void MessageText::setText(const QString &text)
 {
     if (m_text == text)
         return;
+    const bool wasEmpty = isEmpty();
     m_text = text;
-    if (m_document)
-        write(read());
+    write();
     Q_EMIT textChanged();
+    if (isEmpty() != wasEmpty)
+        Q_EMIT isEmptyChanged();
+}
+
+QString MessageText::plainText() const
+{
+    if (!m_writer)
+        return {};
+    const QTextDocument &document = *m_document->textDocument();
+    return selectedText(document, m_writer->lines(), 0, document.characterCount());
+}
+
+void MessageText::setGrowing(bool isGrowing)
+{
+    if (m_isGrowing == isGrowing)
+        return;
+    m_isGrowing = isGrowing;
+    write();
+    Q_EMIT isGrowingChanged();
 }
 
 void MessageText::setLinkColor(const QColor &color)
 {
-    if (m_linkColor == color)
-        return;
-    m_linkColor = color;
-    writeAnew();
-    Q_EMIT linkColorChanged();
+    setColor(m_look.linkColor, color);
 }
 
 void MessageText::setCodeColor(const QColor &color)
 {
-    if (m_codeColor == color)
+    setColor(m_look.codeColor, color);
+}
+
+void MessageText::setQuoteColor(const QColor &color)
+{
+    setColor(m_look.quoteColor, color);
+}
+
+void MessageText::setColor(QColor &color, const QColor &to)
+{
+    if (color == to)
         return;
-    m_codeColor = color;
-    writeAnew();
-    Q_EMIT codeColorChanged();
+    color = to;
+    if (m_writer) {
+        m_writer->setLook(m_look);
+        m_writer->rewrite();
+    }
+    Q_EMIT colorsChanged();
 }
 
-void MessageText::writeAnew()
+void MessageText::write()
 {
-    if (!m_document)
+    if (!m_writer)
         return;
-    m_lines.clear();
-    m_document->textDocument()->clear();
-    write(read());
+    const HeldSelection selection(editor(), m_document->textDocument());
+    m_isWriting = true;
+    m_writer->write(m_isVerbatim ? readVerbatim(m_text) : readMarkdown(m_isGrowing ? withEndClosed(m_text) : m_text));
+    m_isWriting = false;
+    selection.restore();
+    Q_EMIT written();
 }
 
-QList<MarkdownLine> MessageText::read() const
+QQuickItem *MessageText::editor() const
 {
-    return m_isVerbatim ? readVerbatim(m_text) : readMarkdown(m_text);
+    return qobject_cast<QQuickItem *>(parent());
 }
 
-void MessageText::write(const QList<MarkdownLine> &lines)
+void MessageText::placeDecorations(qreal width)
 {
-    const auto firstDifference = std::mismatch(m_lines.cbegin(), m_lines.cend(), lines.cbegin(), lines.cend()).second;
-    const qsizetype kept = std::distance(lines.cbegin(), firstDifference);
-
-    QTextDocument *document = m_document->textDocument();
-    QTextCursor cursor(document);
-    cursor.beginEditBlock();
-    if (kept < m_lines.size()) {
-        // From the end of the last line that stays, its line break included.
-        const QTextBlock block = document->findBlockByNumber(int(kept));
-        cursor.setPosition(kept == 0 ? 0 : block.position() - 1);
-        cursor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
-        cursor.removeSelectedText();
-    }
-    cursor.movePosition(QTextCursor::End);
-    for (qsizetype row = kept; row < lines.size(); ++row)
-        writeLine(cursor, lines.at(row), row == 0);
-    cursor.endEditBlock();
-    m_lines = lines;
+    if (m_writer && !m_isWriting && m_decoration)
+        m_decorations.show(decorationsOf(*m_document->textDocument(), m_writer->lines(), width), *m_decoration,
+                           editor());
 }
 
-void MessageText::writeLine(QTextCursor &cursor, const MarkdownLine &line, bool isFirst) const
+void MessageText::copy(int from, int to) const
 {
-    const QTextBlockFormat block = blockFormat(line, isFirst);
-    if (isFirst)
-        cursor.setBlockFormat(block);
-    else
-        cursor.insertBlock(block, {});
-    if (!line.marker.isEmpty())
-        cursor.insertText(line.marker + u'\t', {});
-    for (const MarkdownSpan &span : line.spans)
-        cursor.insertText(span.text, format(line, span));
-    if (line.kind == MarkdownLine::Kind::rule)
-        cursor.insertText(QStringLiteral("———"), {});
-}
-
-QTextCharFormat MessageText::format(const MarkdownLine &line, const MarkdownSpan &span) const
-{
-    QTextCharFormat format;
-    format.setFontItalic(span.styles.testFlag(InlineStyle::emphasis));
-    if (span.styles.testFlag(InlineStyle::strong) || line.kind == MarkdownLine::Kind::heading)
-        format.setFontWeight(QFont::Bold);
-    format.setFontStrikeOut(span.styles.testFlag(InlineStyle::strikethrough));
-    if (span.styles.testFlag(InlineStyle::code) || line.kind == MarkdownLine::Kind::code) {
-        format.setFontFamilies({QFontDatabase::systemFont(QFontDatabase::FixedFont).family()});
-        format.setBackground(m_codeColor);
-    }
-    if (!span.link.isEmpty()) {
-        format.setAnchor(true);
-        format.setAnchorHref(span.link.toString(QUrl::FullyEncoded));
-        format.setForeground(m_linkColor);
-        format.setFontUnderline(true);
-    }
-    return format;
+    if (m_writer && from < to)
+        QGuiApplication::clipboard()->setText(selectedText(*m_document->textDocument(), m_writer->lines(), from, to));
 }
 
 } // namespace lumora

@@ -1,49 +1,69 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "ui/inlinemarkdown.h"
+#include "ui/markdown.h"
 
 #include <QTest>
+
+#include <algorithm>
 
 using namespace lumora;
 
 namespace {
 
-QString described(const MarkdownSpan &span)
+QString described(const QList<MarkdownSpan> &spans)
 {
-    QString marks;
-    if (span.styles.testFlag(InlineStyle::emphasis))
-        marks += u'i';
-    if (span.styles.testFlag(InlineStyle::strong))
-        marks += u'b';
-    if (span.styles.testFlag(InlineStyle::strikethrough))
-        marks += u's';
-    if (span.styles.testFlag(InlineStyle::code))
-        marks += u'c';
-    if (!span.link.isEmpty())
-        marks += u'<' + span.link.toString() + u'>';
-    return marks.isEmpty() ? span.text : marks + u'{' + span.text + u'}';
+    QString text;
+    for (const MarkdownSpan &span : spans) {
+        QString marks;
+        if (span.styles.testFlag(InlineStyle::emphasis))
+            marks += u'i';
+        if (span.styles.testFlag(InlineStyle::strong))
+            marks += u'b';
+        if (span.styles.testFlag(InlineStyle::strikethrough))
+            marks += u's';
+        if (span.styles.testFlag(InlineStyle::code))
+            marks += u'c';
+        if (!span.link.isEmpty())
+            marks += u'<' + span.link.toString() + u'>';
+        text += marks.isEmpty() ? span.text : marks + u'{' + span.text + u'}';
+    }
+    return text;
 }
 
-/// One line of the result as one text: what kind of line, its depth and its marker, then its spans.
+QString described(const MarkdownTable &table)
+{
+    QStringList rows;
+    for (const QList<MarkdownCell> &row : table) {
+        QStringList cells;
+        for (const MarkdownCell &cell : row)
+            cells << (cell.alignment == Qt::AlignRight ? "to the right " : "") + described(cell.spans);
+        rows << cells.join(u'|');
+    }
+    return rows.join(u'/');
+}
+
+/// One line of the result as one text: what kind of line, what it stands in (l for a list, q for a quote) and its
+/// marker, then its spans.
 QString described(const MarkdownLine &line)
 {
     QString text;
     if (line.kind == MarkdownLine::Kind::heading)
-        text += "heading ";
+        text += QStringLiteral("heading%1 ").arg(line.level);
     if (line.kind == MarkdownLine::Kind::code)
-        text += "code ";
+        text += line.isLast ? "code$ " : "code ";
     if (line.kind == MarkdownLine::Kind::rule)
         text += "rule";
-    if (line.depth > 0)
-        text += u'>' + QString::number(line.depth) + u' ';
+    if (line.kind == MarkdownLine::Kind::table)
+        text += "table ";
+    for (int level = 0; level < std::min(line.depth, 32); ++level)
+        text += (line.quotes >> level) & 1U ? u'q' : u'l';
+    text += line.isTight ? "~ " : line.depth > 0 ? " " : "";
     if (!line.marker.isEmpty())
         text += line.marker + u' ';
     if (line.continues)
         text += "+ ";
-    for (const MarkdownSpan &span : line.spans)
-        text += described(span);
-    return text;
+    return text + described(line.spans) + described(line.table);
 }
 
 QStringList described(const QList<MarkdownLine> &lines)
@@ -56,7 +76,7 @@ QStringList described(const QList<MarkdownLine> &lines)
 
 } // namespace
 
-class InlineMarkdownTest : public QObject
+class MarkdownTest : public QObject
 {
     Q_OBJECT
 
@@ -110,27 +130,28 @@ private Q_SLOTS:
 
         row("line break", "a\nb", {"a", "+ b"});
         row("paragraphs", "a\n\n\nb", {"a", "b"});
-        row("heading", "# a *b*", {"heading a i{b}"});
-        row("heading over a line", "a\n===\nb", {"heading a", "b"});
+        row("headings", "# a *b*\n### c", {"heading1 a i{b}", "heading3 c"});
+        row("heading over a line", "a\n===\nb", {"heading1 a", "b"});
         row("no heading without a blank", "#a", {"#a"});
-        row("bulleted list", "- a\n- b", {">1 • a", ">1 • b"});
-        row("numbered list", "3. a\n4. b", {">1 3. a", ">1 4. b"});
-        row("nested list", "- a\n  1. b", {">1 • a", ">2 1. b"});
-        row("loose list", "- a\n\n  b\n\n- c", {">1 • a", ">1 b", ">1 • c"});
-        row("list item of two lines", "- a\n  b", {">1 • a", ">1 + b"});
-        row("empty list item", "-\n- a", {">1 • ", ">1 • a"});
-        row("quote", "> a\n> b", {">1 a", ">1 + b"});
+        row("bulleted list", "- a\n- b", {"l • a", "l~ • b"});
+        row("numbered list", "3. a\n4. b", {"l 3. a", "l~ 4. b"});
+        row("nested list", "- a\n  1. b", {"l • a", "ll~ 1. b"});
+        row("list in a list at once", "- - a", {"l • ", "ll~ • a"});
+        row("tasks", "- [ ] a\n- [x] b\n- [y] c", {"l ☐ a", "l~ ☑ b", "l~ • [y] c"});
+        row("loose list", "- a\n\n  b\n\n- c", {"l • a", "l b", "l • c"});
+        row("list item of two lines", "- a\n  b", {"l • a", "l + b"});
+        row("empty list item", "-\n- a", {"l • ", "l~ • a"});
+        row("quotes", "> a\n> b\n> > c\n> - d", {"q a", "q + b", "qq c", "ql • d"});
+        row("quote in a list", "- > a", {"l • ", "lq a"});
         row("rule", "a\n\n---\n\nb", {"a", "rule", "b"});
-        row("fenced code", "```cpp\nint a;\n\n  b < c;\n```", {"code int a;", "code + ", "code +   b < c;"});
-        row("code with an empty first line", "```\n\na\n```", {"code ", "code + a"});
-        row("unclosed fence", "a\n```\n**b**", {"a", "code **b**"});
-        row("indented code", "    a\n    b", {"code a", "code + b"});
-        row("table", "|a|b|\n|-|-|", {"|a|b|", "+ |-|-|"});
-
-        row("a list that arrives", "a\n-", {"a", "+ -"});
-        row("a rule that arrives", "a\n--", {"a", "+ --"});
-        row("an equals sign alone", "a\n=", {"a", "+ ="});
-        row("a dash alone", "-", {">1 • "});
+        row("fenced code", "```cpp\nint a;\n\n  b < c;\n```", {"code int a;", "code + ", "code$ +   b < c;"});
+        row("code with an empty first line", "```\n\na\n```", {"code ", "code$ + a"});
+        row("unclosed fence", "a\n```\n**b**", {"a", "code$ **b**"});
+        row("indented code", "    a\n    b", {"code a", "code$ + b"});
+        row("table", "|a|b|\n|---|---:|\n|*c*|`d`|\n|e|\n\nf",
+            {"table a|to the right b/i{c}|to the right c{d}/e|to the right ", "f"});
+        row("bare address", "see https://b.org/c_d, or so", {"see <https://b.org/c_d>{https://b.org/c_d}, or so"});
+        row("no bare script", "javascript:alert(1) www.b.org b@c.org", {"javascript:alert(1) www.b.org b@c.org"});
     }
 
     void readsMarkdown()
@@ -157,6 +178,15 @@ private Q_SLOTS:
         QTest::newRow("asterisks") << QStringLiteral("*a _b ").repeated(20000);
         QTest::newRow("backticks") << QStringLiteral("`a``b").repeated(20000) + u'a';
         QTest::newRow("one long line") << QString(2000000, u'a');
+        QTest::newRow("table of many cells") << QStringLiteral("|a").repeated(3000) + u'\n' +
+                                                    QStringLiteral("|---").repeated(3000) +
+                                                    QStringLiteral("\n|a").repeated(3000);
+        QTest::newRow("names of characters") << [] {
+            QString all;
+            for (int i = 0; i < 20000; ++i)
+                all += QStringLiteral("&name%1;").arg(i);
+            return all;
+        }();
         QTest::newRow("half a surrogate pair") << QString(QChar(0xd83d)) + u'a';
     }
 
@@ -171,5 +201,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(InlineMarkdownTest)
-#include "tst_inlinemarkdown.moc"
+QTEST_GUILESS_MAIN(MarkdownTest)
+#include "tst_markdown.moc"

@@ -88,6 +88,8 @@ private Q_SLOTS:
         m_fixture->model->release();
         QTRY_VERIFY(!m_store->isGenerating());
         QVERIFY(!shown(1, MessageListModel::tokenLineRole).toString().isEmpty());
+        const QList<int> growing{MessageListModel::isGrowingRole};
+        QCOMPARE(changed.takeLast().at(2).value<QList<int>>(), growing);
         QCOMPARE(changed.last().at(2).value<QList<int>>(), QList<int>({MessageListModel::tokenLineRole}));
     }
 

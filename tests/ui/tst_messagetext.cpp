@@ -1,10 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+// The text of a message as the views show it.
+
 #include "ui/messagetext.h"
 
+#include <QAbstractTextDocumentLayout>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QQmlExtensionPlugin>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -12,84 +18,163 @@
 
 #include <memory>
 
+Q_IMPORT_QML_PLUGIN(org_lumora_uiPlugin)
+
 using namespace lumora;
+
+namespace {
+
+const char *const mixedText =
+    "# One *two*\n\nThree **four** `five`\nsix\n\n- a\n- b\n  1. [c](https://d.org)\n\n> e\n\n---\n\n"
+    "```\nint a;\n\nint b;\n```\n\n| a | b |\n|---|--:|\n| c | *d* |\n| e | f |\n\nSeven";
+
+} // namespace
 
 class MessageTextTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_text.reset();
-        m_editor = makeEditor();
-        m_text = std::make_unique<MessageText>();
-        m_text->setDocument(documentOf(m_editor.get()));
-    }
-
-    void aGrowingTextEndsAsOneWrittenAtOnce_data()
-    {
-        QTest::addColumn<QString>("markdown");
-
-        QTest::newRow("plain") << QStringLiteral("One two\nthree\n\nfour");
-        QTest::newRow("styles that close late") << QStringLiteral("**One *two* three** `four` ~~five~~");
-        QTest::newRow("list") << QStringLiteral("Here:\n\n- a\n- b\n  1. c\n  2. d\n\nDone.");
-        QTest::newRow("code") << QStringLiteral("So:\n\n```\nint a;\n\nint b;\n```\nand **so**");
-        QTest::newRow("heading from below") << QStringLiteral("One\n===\ntwo\n\n---\n\nthree");
-        QTest::newRow("link from a later line") << QStringLiteral("[One][1]\n\ntwo\n\n[1]: https://example.org");
-    }
+    void initTestCase() { m_engine.addImportPath(QStringLiteral(":/qt/qml")); }
+    void init() { m_view = makeView(); }
 
     void aGrowingTextEndsAsOneWrittenAtOnce()
     {
-        QFETCH(QString, markdown);
-        for (qsizetype length = 1; length <= markdown.size(); ++length)
-            m_text->setText(markdown.left(length));
+        const QString whole = QString::fromUtf8(mixedText);
+        m_view->setProperty("isGrowing", true);
+        for (qsizetype length = 1; length <= whole.size(); ++length)
+            write(whole.left(length));
+        m_view->setProperty("isGrowing", false);
 
-        const std::unique_ptr<QObject> otherEditor = makeEditor();
-        MessageText other;
-        other.setText(markdown);
-        other.setDocument(documentOf(otherEditor.get()));
-
-        QCOMPARE(shown()->toHtml(), documentOf(otherEditor.get())->textDocument()->toHtml());
-        QVERIFY(m_editor->property("implicitHeight").toReal() > 0);
-        QCOMPARE(m_editor->property("implicitHeight"), otherEditor->property("implicitHeight"));
+        QVERIFY(looksAs(whole));
     }
 
+    void anyTextCanFollowAnyOther()
+    {
+        const QStringList texts{
+            {},
+            "One",
+            "One two\n\nthree",
+            "**One**",
+            "- One\n- two",
+            "# One",
+            "```\nOne\n```",
+            "> One",
+            "|One|\n|---|\n|two|",
+            "|One|\n|---|\n|three|\n|four|",
+            "|One|two|\n|---|---|\n|three|four|",
+            "---",
+            "\u05d0",
+            QString::fromUtf8(mixedText),
+        };
+        for (const QString &before : texts) {
+            for (const QString &after : texts) {
+                write(before);
+                write(after);
+                QVERIFY2(looksAs(after), qPrintable(before + " -> " + after));
+            }
+        }
+    }
+
+    void whatStaysIsNotTouched_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("after");
+
+        QTest::newRow("plain") << "One\n\ntwo thr"
+                               << "One\n\ntwo three\n\nfour";
+        QTest::newRow("open style") << "One **two thr"
+                                    << "One **two three** four";
+        QTest::newRow("code") << "```\none\ntwo"
+                              << "```\none\ntwo\nthree";
+    }
+
+    /// The selection is made backwards, and reaches to the end of what is there.
     void whatStaysIsNotTouched()
     {
-        m_text->setText("One\n\ntwo\n\nthr");
+        QFETCH(QString, before);
+        QFETCH(QString, after);
+        m_view->setProperty("isGrowing", true);
+        write(before);
+        const int length = m_view->property("length").toInt();
+        const int lastLine = document()->lastBlock().position();
+        QMetaObject::invokeMethod(m_view.get(), "select", Q_ARG(int, length), Q_ARG(int, 1));
+        const QString selected = m_view->property("selectedText").toString();
         int firstTouched = INT_MAX;
-        connect(shown(), &QTextDocument::contentsChange, this,
+        connect(document(), &QTextDocument::contentsChange, this,
                 [&](int position) { firstTouched = std::min(firstTouched, position); });
-        QTextCursor selection(shown());
-        selection.setPosition(1);
-        selection.setPosition(6, QTextCursor::KeepAnchor);
 
-        m_text->setText("One\n\ntwo\n\nthree\n\nfour");
+        write(after);
 
-        QCOMPARE(firstTouched, 7);
-        QCOMPARE(selection.selectedText(), "ne\u2029tw");
-        QCOMPARE(shown()->toPlainText(), "One\ntwo\nthree\nfour");
+        QCOMPARE(m_view->property("selectedText").toString(), selected);
+        QCOMPARE(m_view->property("cursorPosition").toInt(), 1);
+        QVERIFY(m_view->property("length").toInt() > length);
+        QVERIFY2(firstTouched >= lastLine, qPrintable(QString::number(firstTouched)));
+    }
+
+    void copiesWhatOneWouldWrite_data()
+    {
+        QTest::addColumn<QString>("markdown");
+        QTest::addColumn<QString>("copied");
+
+        QTest::newRow("styles") << "One **two** `three` [four](https://a.org)"
+                                << "One two three four";
+        QTest::newRow("paragraphs") << "One\ntwo\n\nthree"
+                                    << "One\ntwo\n\nthree";
+        QTest::newRow("lists") << "# A\n- one\n- [x] two\n  1. three"
+                               << "A\n\n• one\n☑ two\n  1. three";
+        QTest::newRow("code") << "```\nif a:\n    b\n```"
+                              << "if a:\n    b";
+        QTest::newRow("table") << "|a|b|\n|---|---|\n|c|d|\n\ne"
+                               << "a\tb\nc\td\n\ne";
+        QTest::newRow("rule") << "a\n\n---\n\nb"
+                              << "a\n\n---\n\nb";
+    }
+
+    void copiesWhatOneWouldWrite()
+    {
+        QFETCH(QString, markdown);
+        write(markdown);
+        QMetaObject::invokeMethod(m_view.get(), "selectAll");
+
+        m_writer->copy(m_view->property("selectionStart").toInt(), m_view->property("selectionEnd").toInt());
+        QTEST(QGuiApplication::clipboard()->text(), "copied");
+    }
+
+    void copiesAPartOfALine()
+    {
+        write("One\n\n- two three\n- four");
+        m_writer->copy(8, 15);
+        QCOMPARE(QGuiApplication::clipboard()->text(), "o three");
     }
 
     void eachLineHasItsOwnDirection()
     {
-        m_text->setText("Hello\n\u05e9\u05dc\u05d5\u05dd\n- \u0645\u0631\u062d\u0628\u0627\n\n```\n\u05e9\n```");
+        write("Hello\n\u05e9\u05dc\u05d5\u05dd\n- \u0645\u0631\u062d\u0628\u0627\n\n```\n\u05e9\n```");
 
         QList<Qt::LayoutDirection> directions;
-        for (QTextBlock block = shown()->begin(); block.isValid(); block = block.next())
+        for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
             directions << block.textDirection();
         QCOMPARE(directions,
                  QList<Qt::LayoutDirection>({Qt::LeftToRight, Qt::RightToLeft, Qt::RightToLeft, Qt::LeftToRight}));
     }
 
+    void aWordChangesNoLinesHeight()
+    {
+        write("One two");
+        const qreal plain = m_view->implicitHeight();
+
+        write("One `two` **three** \u4e2d\u6587 \u05d0");
+        QCOMPARE(m_view->implicitHeight(), plain);
+    }
+
     void linksAndCodeFollowTheColors()
     {
-        m_text->setText("[a](https://example.org)`b`");
-        m_text->setLinkColor(Qt::red);
-        m_text->setCodeColor(Qt::yellow);
+        write("[a](https://example.org)`b`");
+        m_writer->setLinkColor(Qt::red);
+        m_writer->setCodeColor(Qt::yellow);
 
-        QTextCursor cursor(shown());
+        QTextCursor cursor(document());
         cursor.setPosition(1);
         QCOMPARE(cursor.charFormat().anchorHref(), "https://example.org");
         QCOMPARE(cursor.charFormat().foreground().color(), QColor(Qt::red));
@@ -98,36 +183,65 @@ private Q_SLOTS:
         QCOMPARE(cursor.charFormat().isAnchor(), false);
     }
 
+    void groundsAndBarsStandBehindTheirText()
+    {
+        write("a\n\n> b\n\n```\nc\nd\n```\n\n---");
+        QList<QRectF> areas;
+        for (const QQuickItem *item : m_view->childItems())
+            areas << item->property("area").toRectF();
+
+        QCOMPARE(areas.size(), 3);
+        const auto covers = [&](const QRectF &area, int line) {
+            const QTextBlock block = document()->findBlockByNumber(line);
+            const QRectF text = document()->documentLayout()->blockBoundingRect(block);
+            return area.top() <= text.top() && area.bottom() >= text.bottom();
+        };
+        QVERIFY(covers(areas.at(0), 1) && !covers(areas.at(0), 0) && !covers(areas.at(0), 2));
+        QVERIFY(covers(areas.at(1), 2) && covers(areas.at(1), 3) && !covers(areas.at(1), 1));
+        QCOMPARE(areas.at(2).height(), 1);
+        write("a");
+        QVERIFY(m_view->childItems().isEmpty());
+    }
+
     void nothingIsLoaded()
     {
-        m_text->setText("![a](https://example.org/a.png) <img src=\"file:///b.png\"> \uFFFC");
+        write("![a](https://example.org/a.png) <img src=\"file:///b.png\"> \uFFFC");
 
-        for (const QTextFormat &format : shown()->allFormats())
+        for (const QTextFormat &format : document()->allFormats())
             QVERIFY(!format.isImageFormat());
-        QCOMPARE(shown()->toPlainText(), "a <img src=\"file:///b.png\"> \uFFFD");
+        QCOMPARE(document()->toPlainText(), "a <img src=\"file:///b.png\"> \uFFFD");
     }
 
 private:
-    /// A text editor, as a view has it.
-    std::unique_ptr<QObject> makeEditor()
+    std::unique_ptr<QQuickItem> makeView()
     {
         QQmlComponent component(&m_engine);
-        component.setData("import QtQuick\nTextEdit { textFormat: TextEdit.RichText; width: 300 }", {});
-        std::unique_ptr<QObject> editor(component.create());
-        if (!editor)
+        component.setData("import org.lumora.ui\nMessageTextView { content: ''; isGrowing: false; width: 300 }", {});
+        std::unique_ptr<QQuickItem> view(qobject_cast<QQuickItem *>(component.create()));
+        if (!view)
             qFatal("%s", qPrintable(component.errorString()));
-        return editor;
+        m_writer = view->findChild<MessageText *>();
+        return view;
     }
 
-    static QQuickTextDocument *documentOf(QObject *editor)
+    void write(const QString &text) const { m_view->setProperty("content", text); }
+    QTextDocument *document() const { return m_writer->document()->textDocument(); }
+
+    /// Whether what is shown is exactly what this text gives where nothing was before.
+    bool looksAs(const QString &text)
     {
-        return editor->property("textDocument").value<QQuickTextDocument *>();
+        const QString html = document()->toHtml();
+        const qreal height = m_view->implicitHeight();
+        const std::unique_ptr<QQuickItem> shown = std::exchange(m_view, makeView());
+        write(text);
+        const bool isSame = html == document()->toHtml() && qFuzzyCompare(height, m_view->implicitHeight());
+        m_view = makeView();
+        return isSame;
     }
-    QTextDocument *shown() const { return documentOf(m_editor.get())->textDocument(); }
 
     QQmlEngine m_engine;
-    std::unique_ptr<QObject> m_editor;
-    std::unique_ptr<MessageText> m_text;
+    std::unique_ptr<QQuickItem> m_view;
+    MessageText *m_writer = nullptr; ///< the view's
 };
 
 QTEST_MAIN(MessageTextTest)

@@ -1,9 +1,24 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "ui/messagetext.h"
 #include "ui/windowtest.h"
 
+#include <QClipboard>
+#include <QDesktopServices>
+
 using namespace lumora;
+
+/// Stands in for the browser.
+class LinkCatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    Q_INVOKABLE void open(const QUrl &url) { opened << url; }
+
+    QList<QUrl> opened;
+};
 
 class WindowMessagesTest : public WindowTest
 {
@@ -22,7 +37,7 @@ private Q_SLOTS:
         const QString points = "Key points";
         const QString steps = "Next steps";
 
-        QTest::newRow("question") << userMessage("a **b**") << QStringList({user, "a **b**"})
+        QTest::newRow("question") << userMessage("a **b**") << QStringList({user, "a b"})
                                   << QStringList({model, spinner, points});
         QTest::newRow("reply") << assistantMessage("a") << QStringList({model, "a"})
                                << QStringList({user, spinner, points, steps});
@@ -85,6 +100,79 @@ private Q_SLOTS:
         QVERIFY(!messageList()->property("atYEnd").toBool());
     }
 
+    void anotherChatIsShownFromItsEnd()
+    {
+        const std::vector<ChatMessage> messages(30, userMessage("a\nb\nc"));
+        std::vector<ChatMessage> others(40, userMessage("d\ne"));
+        start({conversation("Long", 3, messages), conversation("Longer", 2, others), conversation("Empty", 1)});
+        QQuickItem *list = messageList();
+
+        m_store->selectConversation(m_store->conversations()[1].id);
+        QTRY_VERIFY(list->property("atYEnd").toBool());
+        QVERIFY(m_driver->showsText("d\ne"));
+        m_store->selectConversation(m_store->conversations()[2].id);
+        QVERIFY(!messageList());
+        m_store->selectConversation(m_store->conversations()[0].id);
+        QTRY_VERIFY(m_driver->showsText("a\nb\nc"));
+        QVERIFY(list->property("atYBeginning").toBool()); // it has come anew, so that it is read from its start
+    }
+
+    void whatIsSelectedStaysWhileAReplyStreams_data()
+    {
+        QTest::addColumn<int>("row");
+
+        QTest::newRow("in the reply itself") << 3;
+        QTest::newRow("in a message that is scrolled away") << 0;
+    }
+
+    void whatIsSelectedStaysWhileAReplyStreams()
+    {
+        QFETCH(int, row);
+        Script script = Script::text("Some **words").then(Script::hold());
+        for (int i = 0; i < 40; ++i)
+            script = script.then(Script::text("\n\nSome more words"));
+        m_fixture->model->enqueue(script);
+        start({conversation("Chat", 1, {userMessage("Some words"), assistantMessage("Others")})});
+        say("Go on");
+        QTRY_VERIFY(m_fixture->model->isHolding());
+
+        const QPointer<QQuickItem> text = textOf(row);
+        const QPoint words = text->mapToScene({60, text->height() / 2}).toPoint();
+        QTest::mouseDClick(m_driver->window(), Qt::LeftButton, {}, words);
+        QCOMPARE(text->property("selectedText").toString(), "words");
+        m_fixture->model->release();
+        QTRY_VERIFY(!m_store->isGenerating());
+
+        QVERIFY(messageList()->property("contentY").toReal() > 500);
+        QVERIFY(text);
+        QCOMPARE(text->property("selectedText").toString(), "words");
+        m_driver->press(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), "words");
+        m_store->newConversation();
+        m_store->selectConversation(m_store->conversations()[1].id);
+        QVERIFY(!text || text->property("selectedText").toString().isEmpty());
+    }
+
+    void aLinkOpensOnAClick()
+    {
+        LinkCatcher catcher;
+        for (const char *scheme : {"https", "javascript", "file"})
+            QDesktopServices::setUrlHandler(scheme, &catcher, "open");
+        start({conversation("Chat", 1,
+                            {assistantMessage("[page](https://example.org/a)"),
+                             assistantMessage("[code](javascript:alert(1)) [file](file:///etc/passwd)")})});
+
+        for (int row = 0; row < 2; ++row) {
+            const QQuickItem *text = textOf(row);
+            for (const int x : {15, 50})
+                QTest::mouseClick(m_driver->window(), Qt::LeftButton, {},
+                                  text->mapToScene({qreal(x), text->height() / 2}).toPoint());
+        }
+        QCOMPARE(catcher.opened, QList<QUrl>({QUrl("https://example.org/a")}));
+        for (const char *scheme : {"https", "javascript", "file"})
+            QDesktopServices::unsetUrlHandler(scheme);
+    }
+
     void followsTheEndWithoutAJump()
     {
         std::vector<ChatMessage> messages(30, userMessage("a\nb\nc"));
@@ -107,6 +195,16 @@ private Q_SLOTS:
 
         QVERIFY(frames > 5);
         QCOMPARE(framesAway, 0);
+    }
+
+private:
+    /// The item that shows the text of a message.
+    QQuickItem *textOf(int row) const
+    {
+        QQuickItem *message = nullptr;
+        QMetaObject::invokeMethod(messageList(), "itemAtIndex", Q_RETURN_ARG(QQuickItem *, message), Q_ARG(int, row));
+        const auto *text = message ? message->findChild<MessageText *>() : nullptr;
+        return text ? qobject_cast<QQuickItem *>(text->parent()) : nullptr;
     }
 };
 

@@ -38,16 +38,22 @@ WindowDriver::WindowDriver(ChatStore *store)
         qFatal("The window does not become active.");
 }
 
+QAccessibleInterface *WindowDriver::tree() const
+{
+    QAccessible::setActive(true); // some of it is made only while somebody listens
+    return QAccessible::queryAccessibleInterface(window());
+}
+
 QQuickItem *WindowDriver::find(QAccessible::Role role, const QString &name) const
 {
-    return findVisible(QAccessible::queryAccessibleInterface(window()), [&](QAccessibleInterface *accessible) {
+    return findVisible(tree(), [&](QAccessibleInterface *accessible) {
         return accessible->role() == role && accessible->text(QAccessible::Name) == name;
     });
 }
 
 bool WindowDriver::showsText(const QString &text) const
 {
-    return findVisible(QAccessible::queryAccessibleInterface(window()),
+    return findVisible(tree(),
                        [&](QAccessibleInterface *accessible) { return accessible->text(QAccessible::Name) == text; });
 }
 

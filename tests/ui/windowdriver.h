@@ -33,6 +33,8 @@ public:
     void type(const QString &text) const;
 
 private:
+    QAccessibleInterface *tree() const;
+
     MainWindow m_window;
 };
 
