@@ -34,7 +34,8 @@ void ChatStore::attachImage(const QUrl &location)
 
 void ChatStore::attachPicture(const QByteArray &png)
 {
-    attachImage(freshFileName(QStringLiteral("picture.png")), [&png](const QString &file) { return replaceFile(file, png); });
+    attachImage(freshFileName(QStringLiteral("picture.png")),
+                [&png](const QString &file) { return replaceFile(file, png); });
 }
 
 template <typename Store>

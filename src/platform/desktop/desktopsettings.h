@@ -11,8 +11,9 @@
 
 namespace lumora {
 
-/// How the user wants programs to look, as the desktop's settings portal says it (org.freedesktop.portal.Settings), also
-/// when it changes. Where there is no portal, or it leaves a value out, that value says so. Used on the main thread.
+/// How the user wants programs to look, as the desktop's settings portal says it (org.freedesktop.portal.Settings),
+/// also when it changes. Where there is no portal, or it leaves a value out, that value says so. Used on the main
+/// thread.
 class DesktopSettings : public QObject
 {
     Q_OBJECT
