@@ -63,6 +63,8 @@ class Fingerprints:
     def __init__(self, root, build):
         self._build = build
         self._includes = own_includes(root, build)
+        folders = ("src", "model", "model-service", "tests", "bench")
+        self._headers = {path for folder in folders for path in (root / folder).glob("**/*.h")}
         self._digests = {}
         tool = subprocess.run([TOOL, "--version"], check=True, capture_output=True).stdout
         configurations = sorted(root.glob("**/.clang-tidy"))
@@ -76,7 +78,8 @@ class Fingerprints:
     def of(self, entry):
         total = hashlib.sha256(b"\0".join(self._common) + entry["command"].encode())
         output = re.search(r" -o (\S+)", entry["command"])[1]
-        for path in sorted(self._includes[output]):
+        # What is built only when asked for may include anything, as far as is known here.
+        for path in sorted(self._includes.get(output, self._headers | {pathlib.Path(entry["file"])})):
             total.update(str(path).encode() + self._digest(path))
         return total.hexdigest()
 
