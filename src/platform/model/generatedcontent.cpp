@@ -6,6 +6,7 @@
 #include "platform/model/errors.h"
 #include "platform/model/jsontext.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <rapidjson/document.h>
@@ -24,10 +25,11 @@ QString toText(const rapidjson::Value &value)
     return QString::fromUtf8(value.GetString(), static_cast<qsizetype>(value.GetStringLength()));
 }
 
-[[noreturn]] void failProperty(QStringView property, const char *problem)
+[[noreturn]] void failProperty(QStringView property)
 {
     throw ConversionError(
-        QStringLiteral("The model's answer has a property “%1” that %2.").arg(property, QLatin1String(problem)));
+        QCoreApplication::translate("LanguageModel", "The model's answer has something else in the property “%1”.")
+            .arg(property));
 }
 
 } // namespace
@@ -59,7 +61,8 @@ public:
     static GeneratedContent read(const rapidjson::Value &value, int depth)
     {
         if (depth > deepestNesting)
-            throw ConversionError(QStringLiteral("The model's answer is nested too deeply."));
+            throw ConversionError(
+                QCoreApplication::translate("LanguageModel", "The model's answer is nested too deeply."));
         if (value.IsString())
             return GeneratedContent(toText(value));
         if (value.IsArray())
@@ -116,7 +119,7 @@ GeneratedContent GeneratedContent::fromJson(const QByteArray &json)
     document.Parse<rapidjson::kParseValidateEncodingFlag | rapidjson::kParseIterativeFlag>(
         json.constData(), static_cast<size_t>(json.size()));
     if (document.HasParseError())
-        throw ConversionError(QStringLiteral("The model's answer is not complete JSON."));
+        throw ConversionError(QCoreApplication::translate("LanguageModel", "The model's answer is not complete JSON."));
     return Json::read(document, 0);
 }
 
@@ -132,7 +135,7 @@ const GeneratedContent *GeneratedContent::find(QStringView property) const
 {
     const auto *properties = std::get_if<Properties>(&m_value);
     if (!properties)
-        throw ConversionError(QStringLiteral("The model's answer is not an object."));
+        throw ConversionError(QCoreApplication::translate("LanguageModel", "The model's answer is not an object."));
     const auto found =
         std::ranges::find_if(*properties, [property](const auto &member) { return member.first == property; });
     return found == properties->end() ? nullptr : &found->second;
@@ -142,7 +145,8 @@ QString GeneratedContent::text(QStringView property) const
 {
     std::optional<QString> text = optionalText(property);
     if (!text)
-        throw ConversionError(QStringLiteral("The model's answer lacks the property “%1”.").arg(property));
+        throw ConversionError(
+            QCoreApplication::translate("LanguageModel", "The model's answer lacks the property “%1”.").arg(property));
     return *std::move(text);
 }
 
@@ -150,7 +154,8 @@ QStringList GeneratedContent::texts(QStringView property) const
 {
     std::optional<QStringList> texts = optionalTexts(property);
     if (!texts)
-        throw ConversionError(QStringLiteral("The model's answer lacks the property “%1”.").arg(property));
+        throw ConversionError(
+            QCoreApplication::translate("LanguageModel", "The model's answer lacks the property “%1”.").arg(property));
     return *std::move(texts);
 }
 
@@ -161,7 +166,7 @@ std::optional<QString> GeneratedContent::optionalText(QStringView property) cons
         return std::nullopt;
     const auto *text = std::get_if<QString>(&value->m_value);
     if (!text)
-        failProperty(property, "is not a text");
+        failProperty(property);
     return *text;
 }
 
@@ -172,13 +177,13 @@ std::optional<QStringList> GeneratedContent::optionalTexts(QStringView property)
         return std::nullopt;
     const auto *list = std::get_if<List>(&value->m_value);
     if (!list)
-        failProperty(property, "is not a list of texts");
+        failProperty(property);
     QStringList texts;
     texts.reserve(static_cast<qsizetype>(list->size()));
     for (const GeneratedContent &element : *list) {
         const auto *text = std::get_if<QString>(&element.m_value);
         if (!text)
-            failProperty(property, "is not a list of texts");
+            failProperty(property);
         texts.append(*text);
     }
     return texts;

@@ -6,6 +6,7 @@
 #include "platform/model/languagemodelsession.h"
 #include "platform/model/toolrunner.h"
 
+#include <QCoreApplication>
 #include <QUuid>
 
 #include <algorithm>
@@ -67,7 +68,8 @@ void ReplyRun::takeToolCall(const QString &serviceCallID, const QString &toolNam
 
     const std::shared_ptr<const Tool> tool = toolNamed(toolName);
     if (!tool) {
-        fail(QStringLiteral("The model called the tool “%1”, which it was not offered. Send the message again.")
+        fail(QCoreApplication::translate(
+                 "LanguageModel", "The model called the tool “%1”, which it was not offered. Send the message again.")
                  .arg(toolName));
         return;
     }

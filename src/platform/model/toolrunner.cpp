@@ -6,6 +6,7 @@
 #include "platform/model/errors.h"
 #include "platform/model/replyworkers.h"
 
+#include <QCoreApplication>
 #include <QtConcurrentRun>
 
 namespace lumora {
@@ -23,7 +24,7 @@ ToolOutcome callTool(const std::shared_ptr<const Tool> &tool, const QByteArray &
     } catch (const std::exception &error) {
         return {std::nullopt, QString::fromUtf8(error.what())};
     } catch (...) {
-        return {std::nullopt, QStringLiteral("The tool “%1” failed.").arg(tool->name())};
+        return {std::nullopt, QCoreApplication::translate("LanguageModel", "The tool “%1” failed.").arg(tool->name())};
     }
 }
 

@@ -190,7 +190,7 @@ private Q_SLOTS:
         QTest::newRow("something else thrown") << ask << good << anything << u"“ask” failed"_s;
         QTest::newRow("argument missing") << ask << QByteArray("{}") << fine << u"lacks the property “question”"_s;
         QTest::newRow("argument of another type")
-            << ask << QByteArray(R"({"question":1})") << fine << u"“question” that is not a text"_s;
+            << ask << QByteArray(R"({"question":1})") << fine << u"something else in the property “question”"_s;
         QTest::newRow("arguments cut") << ask << QByteArray("{") << fine << u"not complete JSON"_s;
         QTest::newRow("unknown tool") << u"guess"_s << good << fine << u"“guess”, which it was not offered"_s;
     }

@@ -5,6 +5,8 @@
 
 #include "platform/model/local/wirerequest.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <utility>
 
@@ -54,7 +56,8 @@ void RequestQueue::send(ServiceProcess &process, Attachments attachments)
         }
     }
     for (const Request &request : refused)
-        fail(request, QStringLiteral("The message is too long for the language model. Shorten it."));
+        fail(request, QCoreApplication::translate("LanguageModel",
+                                                  "The message is too long for the language model. Shorten it."));
 }
 
 // Begins to read the images where that has not been done.

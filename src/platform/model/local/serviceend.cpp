@@ -3,6 +3,8 @@
 
 #include "platform/model/local/serviceend.h"
 
+#include <QCoreApplication>
+
 #include <csignal>
 
 namespace lumora {
@@ -14,20 +16,26 @@ QString signalDescription(const ServiceEnd &end)
     switch (end.number) {
     case SIGKILL:
         if (end.isOutOfMemory)
-            return QStringLiteral("The computer ran out of memory and stopped the language model. Close other "
-                                  "programs or use a smaller model file, then send the message again.");
-        return QStringLiteral("The language model was killed from outside, perhaps because memory was short. It is "
-                              "starting again; send the message again.");
+            return QCoreApplication::translate(
+                "LanguageModel", "The computer ran out of memory and stopped the language model. Close other "
+                                 "programs or use a smaller model file, then send the message again.");
+        return QCoreApplication::translate(
+            "LanguageModel", "The language model was killed from outside, perhaps because memory was short. It is "
+                             "starting again; send the message again.");
     case SIGTERM:
     case SIGINT:
     case SIGHUP:
-        return QStringLiteral(
+        return QCoreApplication::translate(
+            "LanguageModel",
             "The language model was stopped from outside. It is starting again; send the message again.");
     case SIGILL:
-        return QStringLiteral("The language model uses instructions that this computer's processor does not have.");
+        return QCoreApplication::translate(
+            "LanguageModel", "The language model uses instructions that this computer's processor does not have.");
     default:
-        return QStringLiteral("The language model crashed (signal %1). It is starting again; send the message again. "
-                              "If it keeps crashing, try another model file.")
+        return QCoreApplication::translate(
+                   "LanguageModel",
+                   "The language model crashed (signal %1). It is starting again; send the message again. "
+                   "If it keeps crashing, try another model file.")
             .arg(end.number);
     }
 }
@@ -54,19 +62,24 @@ QString ServiceEnd::description() const
     case Kind::signalled:
         return signalDescription(*this);
     case Kind::garbled:
-        return QStringLiteral("The language model sent an answer that makes no sense and was ended. It is starting "
-                              "again; send the message again.");
+        return QCoreApplication::translate(
+            "LanguageModel", "The language model sent an answer that makes no sense and was ended. It is starting "
+                             "again; send the message again.");
     case Kind::hung:
-        return QStringLiteral("The language model no longer answered and was ended. It is starting again; send the "
-                              "message again.");
+        return QCoreApplication::translate(
+            "LanguageModel", "The language model no longer answered and was ended. It is starting again; send the "
+                             "message again.");
     case Kind::exited:
         if (!isHopeless())
-            return QStringLiteral("The language model ended by itself (exit code %1). It is starting again; send the "
-                                  "message again. If it keeps ending, try another model file.")
+            return QCoreApplication::translate(
+                       "LanguageModel",
+                       "The language model ended by itself (exit code %1). It is starting again; send the "
+                       "message again. If it keeps ending, try another model file.")
                 .arg(number);
         break;
     }
-    return QStringLiteral("The part of Lumora that runs the language model cannot be started. Install Lumora again.");
+    return QCoreApplication::translate(
+        "LanguageModel", "The part of Lumora that runs the language model cannot be started. Install Lumora again.");
 }
 
 } // namespace lumora
