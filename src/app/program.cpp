@@ -7,12 +7,14 @@
 #include "app/installation.h"
 #include "app/mainwindow.h"
 #include "app/singleinstance.h"
+#include "app/translations.h"
 #include "app/windowmemory.h"
 #include "platform/desktop/filedialogs.h"
 #include "platform/files/storagelocation.h"
 #include "store/chatstore.h"
 
 #include <QGuiApplication>
+#include <QLocale>
 #include <QTextStream>
 
 #include <cstdlib>
@@ -53,6 +55,7 @@ void prepareApplication()
 
 int runProgram(std::shared_ptr<ModelService> service)
 {
+    installTranslations(QCoreApplication::applicationDirPath(), QLocale::system().uiLanguages());
     chooseFont();
     chooseIcon();
     const std::optional<QString> applicationSupport = applicationSupportDirectory();
