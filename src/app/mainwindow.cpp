@@ -4,6 +4,7 @@
 #include "app/mainwindow.h"
 
 #include "store/chatstore.h"
+#include "ui/accessiblebutton.h"
 
 #include <QQmlExtensionPlugin>
 #include <QQuickWindow>
@@ -18,6 +19,7 @@ MainWindow::MainWindow(ChatStore *store, const std::optional<QString> &stateFile
         m_memory.emplace(*stateFile);
     QVariantMap properties = m_memory ? m_memory->remembered() : QVariantMap();
     properties.insert(QStringLiteral("store"), QVariant::fromValue(store));
+    AccessibleButton::install();
     m_engine.setNetworkAccessManagerFactory(&m_network);
     m_engine.addImportPath(QStringLiteral(":/qt/qml"));
     m_engine.setInitialProperties(properties);

@@ -21,7 +21,7 @@ BaseButton {
         radius: Theme.controlRadius
 
         FocusRing {
-            isShown: button.visualFocus
+            isShown: button.activeFocus
             radius: Theme.controlRadius + 2
         }
     }

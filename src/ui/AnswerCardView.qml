@@ -27,6 +27,7 @@ Rectangle {
             Accessible.role: Accessible.Heading
             font.pixelSize: Theme.headlineSize
             font.weight: Font.DemiBold
+            horizontalAlignment: undefined // as its own language is written
             text: view.card.title
             width: parent.width
             wrapMode: Text.Wrap
@@ -45,6 +46,7 @@ Rectangle {
         }
         CardSection {
             heading: qsTr("Next steps")
+            isDirectional: true
             lines: view.card.nextSteps
             symbol: Symbols.arrowcircle
             width: parent.width

@@ -4,14 +4,12 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// What all buttons have in common. A click leaves the keyboard where it is.
+/// What all buttons have in common. A click leaves the keyboard where it is. To screen readers this is an
+/// AccessibleButton.
 T.Button {
-    id: button
+    property string description ///< for screen readers, beside the text
 
-    Accessible.name: text
     Accessible.role: Accessible.Button
     focusPolicy: Qt.TabFocus
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
-
-    Accessible.onPressAction: button.clicked()
 }

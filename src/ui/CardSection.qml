@@ -12,12 +12,14 @@ Column {
     required property string heading
     required property var lines // texts
     required property url symbol
+    property bool isDirectional: false
 
     spacing: 10
     visible: lines.length > 0
 
     PlainText {
         Accessible.role: Accessible.Heading
+        anchors.left: parent.left
         color: Theme.secondaryText
         font.bold: true
         font.pixelSize: Theme.captionSize
@@ -32,6 +34,7 @@ Column {
             font.pixelSize: Theme.bodySize
             lineHeight: 1.2
             spacing: 8
+            isDirectional: section.isDirectional
             symbol: section.symbol
             symbolColor: Theme.accentSymbol
             text: modelData

@@ -10,6 +10,9 @@ PlainText {
     required property real tokens
     required property real size
 
+    readonly property string hint: qsTr("Tokens counted for the latest prompt. Image, instructions, tools, and output also use context.")
+
+    Accessible.description: hint
     color: Theme.secondaryText
     font.pixelSize: Theme.captionSize
     text: qsTr("Context %1 / %2 tokens").arg(tokens).arg(size)
@@ -18,7 +21,7 @@ PlainText {
         id: pointer
     }
     Hint {
-        text: qsTr("Tokens counted for the latest prompt. Image, instructions, tools, and output also use context.")
+        text: meter.hint
         visible: pointer.hovered
     }
 }

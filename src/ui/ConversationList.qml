@@ -7,7 +7,8 @@ import QtQuick
 import QtQuick.Controls.Basic
 import org.lumora.ui
 
-/// The chats. Up and Down move, Return or Space selects, the menu key opens what can be done with a chat.
+/// The chats. The arrow keys, Home and End move; Return or Space selects; the menu key opens what can be done with a chat,
+/// and so does Delete.
 ListView {
     id: list
 
@@ -20,6 +21,7 @@ ListView {
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     currentIndex: conversations.selectedRow
+    highlightMoveDuration: 0
     spacing: 2
 
     delegate: ConversationRow {
@@ -44,17 +46,22 @@ ListView {
     }
 
     Keys.onPressed: event => {
-        const opensMenu = event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier);
-        const current = currentItem as ConversationRow;
-        if (!current)
+        const row = currentItem as ConversationRow;
+        if (!row)
             return;
-        if (opensMenu)
-            current.menuRequested(24, current.height);
-        else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter || event.key === Qt.Key_Space)
-            current.clicked();
-        else
-            return;
+        const page = Math.max(1, Math.floor(height / (row.height + spacing)) - 1);
+        const moves = new Map([[Qt.Key_Home, -count], [Qt.Key_End, count], [Qt.Key_PageUp, -page], [Qt.Key_PageDown, page]]);
+        const opensMenu = [Qt.Key_Menu, Qt.Key_Delete].includes(event.key) || (event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier);
         event.accepted = true;
+        if (moves.has(event.key))
+            currentIndex = Math.max(0, Math.min(count - 1, currentIndex + moves.get(event.key)));
+        else if (opensMenu) {
+            row.menuRequested(24, row.height);
+            menu.currentIndex = 0;
+        } else if ([Qt.Key_Return, Qt.Key_Enter, Qt.Key_Space].includes(event.key))
+            row.clicked();
+        else
+            event.accepted = false;
     }
 
     ContextMenu {

@@ -16,6 +16,7 @@ T.ItemDelegate {
 
     signal menuRequested(x: real, y: real)
 
+    Accessible.focusable: true
     Accessible.name: title
     Accessible.role: Accessible.ListItem
     Accessible.selected: isSelected

@@ -18,16 +18,11 @@ Item {
     signal documentRequested
 
     // The keyboard goes on to the next document, or to the button that adds one.
-    function remove(document: var, row: int) {
-        const hadFocus = (list.itemAtIndex(row) as DocumentRow).isFocused;
+    function remove(document: var) {
+        const hadFocus = list.activeFocus;
         library.remove(document);
-        if (!hadFocus)
-            return;
-        const next = list.itemAtIndex(Math.min(row, list.count - 1)) as DocumentRow;
-        if (next)
-            next.focusButton();
-        else
-            addButton.forceActiveFocus(Qt.TabFocusReason);
+        if (hadFocus && list.count === 0)
+            addButton.forceActiveFocus();
     }
 
     implicitHeight: column.implicitHeight + 20
@@ -67,11 +62,12 @@ Item {
             Accessible.name: qsTr("Documents")
             Accessible.role: Accessible.List
             Layout.fillWidth: true
+            activeFocusOnTab: true
             Layout.preferredHeight: Math.min(contentHeight, panel.mostListHeight)
             ScrollBar.vertical: ThinScrollBar {}
             boundsBehavior: Flickable.StopAtBounds
-            cacheBuffer: 100000 // all rows are there for the keyboard
             clip: true
+            highlightMoveDuration: 0
             model: DocumentListModel {
                 library: panel.library
             }
@@ -81,8 +77,7 @@ Item {
             delegate: DocumentRow {
                 width: list.width
 
-                onReached: list.positionViewAtIndex(index, ListView.Contain)
-                onRemoved: panel.remove(document, index)
+                onRemoved: panel.remove(document)
             }
         }
         PlainText {

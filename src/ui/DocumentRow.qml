@@ -5,42 +5,41 @@ import QtQuick
 import QtQuick.Layouts
 import org.lumora.ui
 
-/// One imported document.
-RowLayout {
+/// One imported document. Its button has the keyboard where the row is the list's current one.
+FocusScope {
     id: row
 
-    required property int index
     required property importedDocument document
 
-    readonly property bool isFocused: button.activeFocus
-
-    signal reached ///< by the keyboard
     signal removed
 
-    function focusButton() {
-        button.forceActiveFocus(Qt.TabFocusReason);
-    }
+    Accessible.name: document.name
+    Accessible.role: Accessible.ListItem
+    implicitHeight: button.implicitHeight
 
-    spacing: 4
+    RowLayout {
+        anchors.fill: parent
+        spacing: 4
 
-    SymbolLabel {
-        Layout.fillWidth: true
-        font.pixelSize: Theme.captionSize
-        symbol: Symbols.document
-        text: row.document.name
-    }
-    IconButton {
-        id: button
+        SymbolLabel {
+            Accessible.ignored: true
+            Layout.fillWidth: true
+            font.pixelSize: Theme.captionSize
+            symbol: Symbols.document
+            text: row.document.name
+        }
+        IconButton {
+            id: button
 
-        implicitHeight: 22
-        implicitWidth: 22
-        symbol: Symbols.xmark
-        text: qsTr("Remove %1").arg(row.document.name)
+            focus: true
+            focusPolicy: Qt.NoFocus // the list is one stop
+            implicitHeight: 22
+            implicitWidth: 22
+            symbol: Symbols.xmark
+            text: qsTr("Remove %1").arg(row.document.name)
 
-        onClicked: row.removed()
-        onVisualFocusChanged: {
-            if (visualFocus)
-                row.reached();
+            Keys.onDeletePressed: row.removed()
+            onClicked: row.removed()
         }
     }
 }

@@ -13,6 +13,7 @@ BaseButton {
     property int symbolSize: Theme.symbolSize
     property color color: Theme.secondaryText
 
+    description: hint === text ? "" : hint
     implicitHeight: 28
     implicitWidth: 28
 
@@ -21,7 +22,7 @@ BaseButton {
         radius: Theme.rowRadius
 
         FocusRing {
-            isShown: button.visualFocus
+            isShown: button.activeFocus
             radius: Theme.rowRadius + 2
         }
     }

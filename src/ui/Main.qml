@@ -12,6 +12,14 @@ ApplicationWindow {
     required property ChatStore store
     property real sidebarWidth: 250
 
+    // What had the keyboard may be gone: a row that was removed, a button whose time is over.
+    function keepFocus() {
+        if (active && (!activeFocusItem?.visible || activeFocusItem === contentItem || activeFocusItem instanceof FocusScope))
+            chat.focusEditor();
+    }
+
+    LayoutMirroring.childrenInherit: true
+    LayoutMirroring.enabled: Theme.isMirrored
     color: Theme.ground
     font.pixelSize: Theme.bodySize
     height: 800
@@ -21,10 +29,14 @@ ApplicationWindow {
     visible: true
     width: 1080
 
+    onActiveFocusItemChanged: focusKeeper.restart()
+
     SplitView {
         anchors.fill: parent
 
-        handle: SplitHandle {}
+        handle: SplitHandle {
+            onMoved: distance => window.sidebarWidth = Math.max(220, Math.min(window.sidebarWidth + (Theme.isMirrored ? -distance : distance), window.width - 380))
+        }
 
         onResizingChanged: window.sidebarWidth = sidebar.width
 
@@ -58,6 +70,23 @@ ApplicationWindow {
 
         onPicked: location => window.store.library.add(location)
     }
+    Connections {
+        function onVisibleChanged() {
+            focusKeeper.restart();
+        }
+
+        target: window.activeFocusItem
+    }
+    Timer {
+        id: focusKeeper
+
+        interval: 0
+
+        onTriggered: window.keepFocus()
+    }
+    Announcer {
+        store: window.store
+    }
     Shortcut {
         sequence: "Ctrl+N"
 
@@ -65,6 +94,11 @@ ApplicationWindow {
             window.store.newConversation();
             chat.focusEditor();
         }
+    }
+    Shortcut {
+        sequences: ["Ctrl+Q", "Ctrl+W"]
+
+        onActivated: window.close()
     }
     Timer {
         interval: 10000

@@ -27,7 +27,7 @@ ScrollView {
     ScrollBar.horizontal.policy: ScrollBar.AlwaysOff
     ScrollBar.vertical: ThinScrollBar {
         height: editor.height
-        x: editor.width - width
+        x: Theme.isMirrored ? 0 : editor.width - width
     }
     contentWidth: availableWidth
     implicitHeight: Math.min(Math.max(area.implicitHeight, 65), 120)
@@ -35,6 +35,7 @@ ScrollView {
     TextArea {
         id: area
 
+        Accessible.multiLine: true
         Accessible.name: qsTr("Message")
         Keys.onEnterPressed: event => editor.handleReturn(event)
         Keys.onReturnPressed: event => editor.handleReturn(event)
@@ -44,8 +45,8 @@ ScrollView {
         color: Theme.text
         focus: true
         font.pixelSize: Theme.bodySize
-        leftPadding: 0
-        rightPadding: 12
+        leftPadding: Theme.isMirrored ? 12 : 0
+        rightPadding: Theme.isMirrored ? 0 : 12
         selectByMouse: true
         selectedTextColor: Theme.text
         selectionColor: Theme.selection

@@ -33,6 +33,8 @@ ListView {
 
     Accessible.name: qsTr("Messages")
     Accessible.role: Accessible.List
+    Keys.forwardTo: [navigation]
+    activeFocusOnTab: true
     bottomMargin: 24
     boundsBehavior: Flickable.StopAtBounds
     clip: true
@@ -63,6 +65,20 @@ ListView {
         visible: text !== ""
         x: list.pointedText?.pointerPosition.x ?? 0
         y: (list.pointedText?.pointerPosition.y ?? 0) + 18
+    }
+    MessageNavigation {
+        id: navigation
+
+        list: list
+
+        onCopyRequested: row => list.messages.copy(row)
+        onScrolled: isAtEnd => list.isFollowing = isAtEnd
+    }
+    FocusRing {
+        anchors.margins: 2
+        isShown: list.Window.activeFocusItem === list
+        parent: list
+        radius: Theme.controlRadius
     }
     Connections {
         function onConversationAboutToChange() {

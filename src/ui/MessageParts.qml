@@ -23,6 +23,7 @@ Column {
         isNeeded: parts.isWaiting
 
         delegate: Spinner {
+            anchors.left: parts.left
             label: qsTr("Waiting for the reply")
             visible: parts.isWaiting
         }
@@ -40,6 +41,7 @@ Column {
         isNeeded: parts.toolEvents.length > 0
 
         delegate: ToolCalls {
+            anchors.left: parts.left
             events: parts.toolEvents
             maximumWidth: parts.width
             visible: events.length > 0
@@ -49,6 +51,7 @@ Column {
         isNeeded: parts.tokenLine !== ""
 
         delegate: PlainText {
+            anchors.left: parts.left
             color: Theme.tertiaryText
             font.pixelSize: Theme.smallCaptionSize
             text: parts.tokenLine
@@ -59,6 +62,7 @@ Column {
         isNeeded: parts.imagePath !== ""
 
         delegate: MessageImage {
+            anchors.left: parts.left
             path: parts.imagePath
             visible: path !== ""
         }

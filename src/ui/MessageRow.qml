@@ -21,6 +21,10 @@ Item {
     property alias isGrowing: textView.isGrowing
     readonly property bool isWaiting: textView.isEmpty && !hasCard
     readonly property real columnWidth: Math.min(width, 740) - 48
+    readonly property real start: Math.round((width - columnWidth) / 2)
+
+    /// What only screen readers hear as a whole.
+    readonly property string said: !AccessibilityState.isActive ? "" : hasCard ? [card.title, card.summary, card.keyPoints.join("\n"), card.nextSteps.join("\n")].filter(each => each !== "").join("\n") : textView.plainText
 
     signal linkPointedAt(text: MessageTextView)
 
@@ -28,11 +32,20 @@ Item {
         textView.deselect();
     }
 
-    Accessible.name: author.text
+    Accessible.focusable: true
+    Accessible.name: said === "" ? author.text : qsTr("%1: %2").arg(author.text).arg(said)
     Accessible.role: Accessible.ListItem
     ListView.onPooled: deselect()
     implicitHeight: Math.max(avatar.height, author.height + (!textView.isEmpty ? textView.height + 6 : 0) + (parts.height > 0 ? parts.height + 6 : 0))
 
+    FocusRing {
+        anchors.bottomMargin: -8
+        anchors.leftMargin: row.start - 8
+        anchors.rightMargin: row.start - 8
+        anchors.topMargin: -8
+        isShown: row.activeFocus
+        radius: Theme.cardRadius
+    }
     Icon {
         id: avatar
 
@@ -40,7 +53,7 @@ Item {
         height: Theme.avatarSize
         source: row.isReply ? Symbols.sparkles : Symbols.person
         width: Theme.avatarSize
-        x: Math.round((row.width - row.columnWidth) / 2) + 1
+        x: row.start + (Theme.isMirrored ? row.columnWidth - width - 1 : 1)
     }
     PlainText {
         id: author
@@ -49,14 +62,14 @@ Item {
         font.bold: true
         font.pixelSize: Theme.captionSize
         text: row.isReply ? qsTr("Apple Foundation Model") : qsTr("You")
-        x: avatar.x + 35
+        x: row.start + (Theme.isMirrored ? row.columnWidth - 36 - width : 36)
     }
     MessageTextView {
         id: textView
 
         visible: !textView.isEmpty
         width: row.columnWidth - 36
-        x: author.x
+        x: row.start + (Theme.isMirrored ? 0 : 36)
         y: author.height + 6
 
         // What is being read or selected stays, wherever the list is scrolled to.
@@ -74,7 +87,7 @@ Item {
         tokenLine: row.tokenLine
         toolEvents: row.toolEvents
         width: textView.width
-        x: author.x
+        x: textView.x
         y: !textView.isEmpty ? textView.y + textView.height + 6 : textView.y
     }
 }

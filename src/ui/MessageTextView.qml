@@ -13,9 +13,10 @@ TextEdit {
     property alias isEmpty: writer.isEmpty
     property alias isVerbatim: writer.isVerbatim
     property alias isGrowing: writer.isGrowing
+    readonly property string plainText: AccessibilityState.isActive ? writer.plainText : ""
     readonly property point pointerPosition: pointer.point.position
 
-    Accessible.name: AccessibilityState.isActive ? writer.plainText : ""
+    Accessible.name: plainText
     Accessible.role: Accessible.StaticText
     activeFocusOnTab: false
     color: Theme.text

@@ -19,6 +19,7 @@ Item {
 
         style: row.store.replyStyle
         width: 240
+        x: Theme.isMirrored ? row.width - width : 0
 
         onChosen: style => row.store.replyStyle = style
     }
@@ -28,7 +29,7 @@ Item {
         // The linter knows no 64-bit numbers.
         size: row.store.contextSize // qmllint disable
         tokens: row.store.contextTokens // qmllint disable
-        x: row.isWide ? row.width - width : 0
+        x: row.isWide !== Theme.isMirrored ? row.width - width : 0
         y: row.isWide ? Math.round((mode.height - height) / 2) : mode.height + 6
     }
 }

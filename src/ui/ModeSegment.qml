@@ -11,12 +11,12 @@ T.RadioButton {
     required property int index
     required property string modelData
 
-    /// The user asks for the segment so many steps to the right.
+    /// The user asks for the segment so many steps further on.
     signal moved(steps: int)
 
     Accessible.name: text
-    Keys.onLeftPressed: moved(-1)
-    Keys.onRightPressed: moved(1)
+    Keys.onLeftPressed: moved(Theme.isMirrored ? 1 : -1)
+    Keys.onRightPressed: moved(Theme.isMirrored ? -1 : 1)
     focusPolicy: checked || activeFocus ? Qt.TabFocus : Qt.NoFocus
     height: parent.height
     text: modelData
@@ -31,7 +31,7 @@ T.RadioButton {
 
         FocusRing {
             anchors.margins: 0
-            isShown: segment.visualFocus
+            isShown: segment.activeFocus
             radius: Theme.controlRadius - 2
         }
     }

@@ -7,6 +7,7 @@ BaseButton {
     id: button
 
     bottomPadding: 10
+    description: qsTr("Start a new chat (⌘N)")
     implicitHeight: 40
     leftPadding: 12
     rightPadding: 12
@@ -18,7 +19,7 @@ BaseButton {
         radius: Theme.buttonRadius
 
         FocusRing {
-            isShown: button.visualFocus
+            isShown: button.activeFocus
             radius: Theme.buttonRadius + 2
         }
     }
@@ -32,7 +33,7 @@ BaseButton {
     }
 
     Hint {
-        text: qsTr("Start a new chat (⌘N)")
+        text: button.description
         visible: button.hovered
     }
 }

@@ -9,5 +9,6 @@ Text {
     Accessible.role: Accessible.StaticText
     color: Theme.text
     font.pixelSize: Theme.bodySize
+    horizontalAlignment: Text.AlignLeft // of the interface, mirrored with it
     textFormat: Text.PlainText
 }

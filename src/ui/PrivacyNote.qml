@@ -8,6 +8,7 @@ import org.lumora.ui
 Item {
     id: note
 
+    readonly property string hint: qsTr("Private on this Mac. Shift+Return inserts a new line.")
     readonly property bool isWide: symbol.width + 6 + wideLabel.implicitWidth + 8 + newLine.implicitWidth <= width
 
     implicitHeight: Math.max(symbol.height, shortLabel.implicitHeight)
@@ -24,6 +25,7 @@ Item {
     PlainText {
         id: wideLabel
 
+        Accessible.description: note.hint
         anchors.left: symbol.right
         anchors.leftMargin: 6
         anchors.verticalCenter: parent.verticalCenter
@@ -46,6 +48,7 @@ Item {
     PlainText {
         id: shortLabel
 
+        Accessible.description: note.hint
         anchors.left: symbol.right
         anchors.leftMargin: 6
         anchors.verticalCenter: parent.verticalCenter
@@ -58,7 +61,7 @@ Item {
         id: pointer
     }
     Hint {
-        text: qsTr("Private on this Mac. Shift+Return inserts a new line.")
+        text: note.hint
         visible: pointer.hovered
     }
 }

@@ -10,7 +10,7 @@ Item {
     required property bool isReady
 
     Accessible.name: label.text
-    Accessible.role: Accessible.StaticText
+    Accessible.role: Accessible.StatusBar
     implicitHeight: label.implicitHeight + 28
 
     Rectangle {

@@ -15,6 +15,7 @@ Item {
     property alias font: label.font
     property int spacing: 6
     property int symbolSize: Theme.symbolSize
+    property bool isDirectional: false ///< the symbol points along the text
     property alias lineHeight: label.lineHeight
     property alias wrapMode: label.wrapMode
 
@@ -28,7 +29,13 @@ Item {
         height: item.symbolSize
         source: item.symbol
         width: item.symbolSize
+        x: Theme.isMirrored ? item.width - width : 0
         y: Math.round((firstLine.height - height) / 2 + label.y)
+
+        transform: Scale {
+            origin.x: item.symbolSize / 2
+            xScale: item.isDirectional && Theme.isMirrored ? -1 : 1
+        }
     }
     FontMetrics {
         id: firstLine

@@ -17,7 +17,7 @@ BaseButton {
         radius: Theme.rowRadius
 
         FocusRing {
-            isShown: button.visualFocus
+            isShown: button.activeFocus
             radius: Theme.rowRadius + 2
         }
     }

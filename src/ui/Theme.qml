@@ -17,6 +17,9 @@ QtObject {
     readonly property bool isHighContrast: desktop.wantsHighContrast
     readonly property bool isAnimated: !desktop.wantsReducedMotion
 
+    /// Whether the interface is written from right to left; the views are mirrored then.
+    readonly property bool isMirrored: Qt.application.layoutDirection === Qt.RightToLeft // qmllint disable
+
     // Grounds
     readonly property color ground: isDark ? (isHighContrast ? "#000000" : "#161618") : "#ffffff"
     readonly property color sidebarGround: isDark ? (isHighContrast ? "#000000" : "#1e1e21") : isHighContrast ? "#ffffff" : "#f4f4f6"

@@ -7,6 +7,7 @@ import QtQuick.Templates as T
 T.ScrollBar {
     id: bar
 
+    Accessible.ignored: true // what it scrolls, the keyboard scrolls as well
     implicitWidth: 10
     minimumSize: 0.06
     padding: 2

@@ -28,6 +28,7 @@ Rectangle {
             model: block.events
 
             delegate: ToolLine {
+                anchors.left: column.left
                 width: Math.min(implicitWidth, block.maximumWidth - 16)
             }
         }

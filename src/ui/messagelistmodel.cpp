@@ -3,6 +3,11 @@
 
 #include "ui/messagelistmodel.h"
 
+#include "ui/spokentext.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
 #include <algorithm>
 
 namespace lumora {
@@ -108,6 +113,11 @@ QHash<int, QByteArray> MessageListModel::roleNames() const
             {tokenLineRole, "tokenLine"},
             {imagePathRole, "imagePath"},
             {isGrowingRole, "isGrowing"}};
+}
+
+void MessageListModel::copy(int row) const
+{
+    QGuiApplication::clipboard()->setText(spokenText(m_rows.at(size_t(row))));
 }
 
 void MessageListModel::reset()

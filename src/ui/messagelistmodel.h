@@ -40,6 +40,9 @@ public:
     void setStore(ChatStore *store);
     int count() const { return rowCount(); }
 
+    /// Puts what a message says on the clipboard.
+    Q_INVOKABLE void copy(int row) const;
+
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;

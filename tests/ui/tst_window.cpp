@@ -156,24 +156,6 @@ private Q_SLOTS:
         QVERIFY(!m_driver->showsText("Private · On this Mac"));
         QTRY_VERIFY(meter->mapToScene({}).y() > mode->mapToScene({0, mode->height()}).y());
     }
-
-    void tabReachesEveryControl()
-    {
-        m_fixture->model->setAvailability(Availability::unavailable(Availability::UnavailableReason::other));
-        start();
-        QCOMPARE(m_driver->focusName(), "Message");
-
-        QStringList names;
-        do {
-            m_driver->press(Qt::Key_Tab);
-            names << m_driver->focusName();
-        } while (names.last() != "Message" && names.size() < 20);
-
-        QCOMPARE(names,
-                 QStringList({"Attach Image", "New chat", "New Chat", "Add Document", "Check Now", "Chat", "Message"}));
-        m_driver->press(Qt::Key_Backtab, Qt::ShiftModifier);
-        QCOMPARE(m_driver->focusName(), "Chat");
-    }
 };
 
 int main(int argc, char *argv[])

@@ -75,7 +75,7 @@ private Q_SLOTS:
         start({conversation("Chat", 1, {message})});
 
         for (const QString &text : shown)
-            QVERIFY2(m_driver->showsText(text), qPrintable(text));
+            QTRY_VERIFY2(m_driver->showsText(text), qPrintable(text));
         for (const QString &text : absent)
             QVERIFY2(!m_driver->showsText(text), qPrintable(text));
     }

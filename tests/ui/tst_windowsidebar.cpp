@@ -67,7 +67,6 @@ private Q_SLOTS:
             m_driver->press(Qt::Key_Down);
             m_driver->press(Qt::Key_F10, Qt::ShiftModifier);
             QTRY_VERIFY(m_driver->shows(QAccessible::MenuItem, "Delete Chat"));
-            m_driver->press(Qt::Key_Down);
             m_driver->press(Qt::Key_Return);
         } else {
             m_driver->click(chatRow("Second"), Qt::RightButton);

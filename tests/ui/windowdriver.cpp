@@ -53,12 +53,14 @@ QQuickItem *WindowDriver::find(QAccessible::Role role, const QString &name) cons
 
 bool WindowDriver::showsText(const QString &text) const
 {
-    return findVisible(tree(),
-                       [&](QAccessibleInterface *accessible) { return accessible->text(QAccessible::Name) == text; });
+    return findVisible(tree(), [&](QAccessibleInterface *accessible) {
+        return accessible->role() != QAccessible::Notification && accessible->text(QAccessible::Name) == text;
+    });
 }
 
 QString WindowDriver::focusName() const
 {
+    QAccessible::setActive(true);
     QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(window()->activeFocusItem());
     return accessible ? accessible->text(QAccessible::Name) : QString();
 }

@@ -23,7 +23,7 @@ public:
     /// The first visible one; null where there is none.
     QQuickItem *find(QAccessible::Role role, const QString &name) const;
     bool shows(QAccessible::Role role, const QString &name) const { return find(role, name) != nullptr; }
-    /// Whether this text stands somewhere, whatever it is part of.
+    /// Whether this text is to be seen somewhere, whatever it is part of.
     bool showsText(const QString &text) const;
     /// Name of what has the keyboard.
     QString focusName() const;
