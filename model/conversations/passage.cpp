@@ -29,7 +29,7 @@ std::vector<Token> nextTurn(const TrainingVocabulary &vocabulary)
 {
     std::vector<Token> tokens{Tokenizer::messageEnd};
     const std::vector<Token> opening =
-        vocabulary.tokenize("\n" + *vocabulary.applyTemplate({}), service::SpecialTokens::recognised);
+        vocabulary.tokenize("\n" + vocabulary.applyTemplate({}).value(), service::SpecialTokens::recognised);
     tokens.insert(tokens.end(), opening.begin(), opening.end());
     return tokens;
 }

@@ -60,7 +60,7 @@ std::string GgufReader::takeText()
     const auto size = take<std::uint64_t>();
     if (m_rest.size() < size)
         throw std::runtime_error("the model file ends too early");
-    const std::string text(m_rest.substr(0, size));
+    std::string text(m_rest.substr(0, size));
     m_rest.remove_prefix(size);
     return text;
 }

@@ -33,8 +33,12 @@ Tokenizer::Tokenizer(std::vector<Merge> merges)
     for (std::size_t rank = 0; rank < m_merges.size(); ++rank) {
         const auto &[left, right] = m_merges[rank];
         if (!m_tokens.contains(left) || !m_tokens.contains(right))
-            throw std::runtime_error("merge " + std::to_string(rank + 1) + " is not of two tokens: " + left + ' ' +
-                                     right);
+            throw std::runtime_error(std::string("merge ")
+                                         .append(std::to_string(rank + 1))
+                                         .append(" is not of two tokens: ")
+                                         .append(left)
+                                         .append(" ")
+                                         .append(right));
         m_ranks.emplace(m_merges[rank], rank);
         add(left + right, m_bytes[m_tokens.at(left)] + m_bytes[m_tokens.at(right)]);
     }

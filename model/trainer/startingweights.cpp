@@ -63,8 +63,8 @@ private:
     void setCopyingHeads(int layer);
     void setMatchingKeys(Matrix keys, Match match);
     void setMatchingQueries(Matrix queries, Match match);
-    void setCopiedValues(Matrix values, ConstMatrix directions);
-    void setCopyingOutput(Matrix output, ConstMatrix directions);
+    void setCopiedValues(Matrix values, ConstMatrix directions) const;
+    void setCopyingOutput(Matrix output, ConstMatrix directions) const;
     static void addIdentity(Matrix rows, int firstRow, int firstColumn, int count, float size);
     void addContentCode(Matrix rows, int firstRow, int count, float size) const;
 
@@ -252,7 +252,7 @@ void Builder::setMatchingQueries(Matrix queries, Match match)
     addIdentity(queries, m_fast + half, previousSlot(), half, pairSharpness);
 }
 
-void Builder::setCopiedValues(Matrix values, ConstMatrix directions)
+void Builder::setCopiedValues(Matrix values, ConstMatrix directions) const
 {
     shrink(values);
     for (int row = 0; row < directions.rows; ++row)
@@ -260,7 +260,7 @@ void Builder::setCopiedValues(Matrix values, ConstMatrix directions)
             values.row(row)[i] += directions.row(row)[i] * valueSize;
 }
 
-void Builder::setCopyingOutput(Matrix output, ConstMatrix directions)
+void Builder::setCopyingOutput(Matrix output, ConstMatrix directions) const
 {
     shrink(output);
     for (int row = 0; row < directions.rows; ++row)

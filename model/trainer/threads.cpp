@@ -11,6 +11,7 @@ namespace lumora::training {
 void onThreads(int count, const std::function<void(int)> &work)
 {
     std::vector<std::future<void>> running;
+    running.reserve(std::size_t(count));
     for (int i = 0; i < count; ++i)
         running.push_back(std::async(std::launch::async, work, i));
     for (std::future<void> &one : running)

@@ -24,7 +24,7 @@ Item {
     readonly property real start: Math.round((width - columnWidth) / 2)
 
     /// What only screen readers hear as a whole.
-    readonly property string said: !AccessibilityState.isActive ? "" : hasCard ? [card.title, card.summary, card.keyPoints.join("\n"), card.nextSteps.join("\n")].filter(each => each !== "").join("\n") : textView.plainText
+    readonly property string said: !AccessibilityState.isActive ? "" : hasCard ? Array.from([card.title, card.summary, ...Array.from(card.keyPoints), ...Array.from(card.nextSteps)]).filter(each => each !== "").join("\n") : textView.plainText
 
     signal linkPointedAt(text: MessageTextView)
 

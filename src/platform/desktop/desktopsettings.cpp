@@ -48,8 +48,10 @@ QColor colorOf(const QVariant &value)
 
 } // namespace
 
+// A connection of its own: on the shared one, in one of five runs no change was told.
 DesktopSettings::DesktopSettings(QObject *parent)
-    : DesktopSettings(QDBusConnection::sessionBus(), parent)
+    : DesktopSettings(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("desktop settings")),
+                      parent)
 {
 }
 
@@ -65,7 +67,7 @@ DesktopSettings::DesktopSettings(const QDBusConnection &bus, QObject *parent)
     ask(bus);
 }
 
-void DesktopSettings::ask(QDBusConnection bus)
+void DesktopSettings::ask(const QDBusConnection &bus)
 {
     QDBusMessage question = QDBusMessage::createMethodCall(service, objectPath, interface, QStringLiteral("ReadAll"));
     question.setArguments({QStringList{appearance, gnome}});

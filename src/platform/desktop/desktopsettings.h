@@ -51,7 +51,7 @@ private:
         light = 2,
     };
 
-    void ask(QDBusConnection bus);
+    void ask(const QDBusConnection &bus);
     void takeAll(const QDBusMessage &answer);
     void set(const QString &space, const QString &key, const QVariant &value);
 
