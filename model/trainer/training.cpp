@@ -19,6 +19,7 @@ namespace lumora::training {
 namespace {
 
 constexpr double secondsBetweenReports = 20;
+constexpr double longestStepSeconds = 60; // what takes longer was a pause of the process or of the machine
 
 // The spans of the exercises grow while the first tokens are seen.
 constexpr int shortestLongest = 6;
@@ -76,7 +77,8 @@ void Training::run(const std::function<bool()> &mustStop)
         enterPhase();
         const Clock::time_point start = Clock::now();
         step(nextStep());
-        const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
+        const double seconds =
+            std::min(std::chrono::duration<double>(Clock::now() - start).count(), longestStepSeconds);
         m_at.seconds += seconds;
         m_secondsSince += seconds;
         if (m_secondsSince > secondsBetweenReports)
