@@ -88,7 +88,7 @@ Phase readPhase(const Value &object)
     members.number("untilTokens", phase.untilTokens);
     members.text("examples", phase.examples);
     members.number("copyShare", phase.copyShare);
-    members.number("tokensPerBatch", phase.tokensPerBatch);
+    members.number("longestPassage", phase.longestPassage);
     members.number("tokensPerStep", phase.tokensPerStep);
     members.expectNoOthers();
     return phase;

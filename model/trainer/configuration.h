@@ -18,7 +18,7 @@ struct Phase
     std::int64_t untilTokens = 0; ///< of the whole training; 0: to the end
     std::string examples;         ///< the command that writes them; "{seed}" in it stands for a number
     double copyShare = 0;         ///< of the tokens, for exercises in copying
-    int tokensPerBatch = 2400;    ///< what one thread computes at once
+    int longestPassage = 2000;    ///< tokens; longer ones are left out
     int tokensPerStep = 4800;     ///< after which the weights are moved
 };
 

@@ -8,8 +8,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstdio>
-#include <mutex>
 #include <utility>
 
 namespace lumora::training {
@@ -18,51 +16,17 @@ namespace {
 
 constexpr int tokensPerBatch = 4096;
 
-/// A batch, and which passages stand in it, in the order of their targets.
-struct Group
+std::size_t targetsOf(const Passage &passage)
 {
-    Batch batch;
-    std::vector<const Passage *> passages;
-};
-
-int targetsOf(const Passage &passage)
-{
-    return static_cast<int>(std::ranges::count(passage.supervised, 1));
+    return static_cast<std::size_t>(std::ranges::count(passage.supervised, 1));
 }
 
-std::vector<Group> grouped(const std::vector<Passage> &passages)
+bool isRight(const Network::Prediction &prediction, const Batch &batch, std::size_t from, std::size_t to)
 {
-    std::vector<Group> groups;
-    Packer packer(tokensPerBatch);
-    std::vector<const Passage *> members;
-    const Passage *before = nullptr;
-    const auto close = [&](std::optional<Batch> batch) {
-        if (batch)
-            groups.push_back({std::move(*batch), std::exchange(members, {})});
-    };
-    for (const Passage &passage : passages) {
-        const auto system = [](const Passage &one) { return std::span(one.tokens).first(one.systemSize); };
-        if (before != nullptr && !std::ranges::equal(system(*before), system(passage)))
-            close(packer.takeRest());
-        close(packer.add(passage));
-        members.push_back(&passage);
-        before = &passage;
-    }
-    close(packer.takeRest());
-    return groups;
-}
-
-void count(const Group &group, const Network::Prediction &prediction, HeldOut::Result &result)
-{
-    std::size_t target = 0;
-    for (const Passage *const passage : group.passages) {
-        bool isRight = true;
-        for (int i = 0; i < targetsOf(*passage); ++i, ++target)
-            isRight = isRight && prediction.tokens[target] == group.batch.targets[target].token;
-        HeldOut::Score &score = result.tasks[passage->task];
-        ++score.passages;
-        score.right += isRight ? 1 : 0;
-    }
+    for (std::size_t i = from; i < to; ++i)
+        if (prediction.tokens[i] != batch.targets[i].token)
+            return false;
+    return true;
 }
 
 } // namespace
@@ -71,28 +35,40 @@ HeldOut::HeldOut(std::vector<Passage> passages)
     : m_passages(std::move(passages))
 {
     std::erase_if(m_passages, [](const Passage &passage) { return passage.tokens.size() > tokensPerBatch; });
+    // As they are packed.
     std::ranges::stable_sort(m_passages, [](const Passage &left, const Passage &right) {
         return std::ranges::lexicographical_compare(std::span(left.tokens).first(left.systemSize),
                                                     std::span(right.tokens).first(right.systemSize));
     });
+    TokenCount count;
+    for (const Passage &passage : m_passages)
+        count.add(passage);
+    m_batches = pack(m_passages, count.tokens() / tokensPerBatch + 1);
 }
 
 HeldOut::Result HeldOut::look(std::span<Network> networks, std::span<const float> weights) const
 {
-    const std::vector<Group> groups = grouped(m_passages);
-    Result result;
+    std::vector<Network::Prediction> predictions(m_batches.size());
     std::atomic<std::size_t> next = 0;
-    std::mutex mutex; // guards the result
-    std::size_t targets = 0;
     onThreads(static_cast<int>(networks.size()), [&](int thread) {
-        for (std::size_t i = next++; i < groups.size(); i = next++) {
-            const Network::Prediction prediction = networks[thread].predict(weights, groups[i].batch);
-            const std::scoped_lock lock(mutex);
-            result.loss += prediction.loss;
-            targets += prediction.tokens.size();
-            count(groups[i], prediction, result);
-        }
+        for (std::size_t i = next++; i < m_batches.size(); i = next++)
+            predictions[i] = networks[thread].predict(weights, m_batches[i]);
     });
+
+    Result result;
+    std::size_t targets = 0;
+    auto passage = m_passages.begin();
+    for (std::size_t batch = 0; batch < m_batches.size(); ++batch) {
+        result.loss += predictions[batch].loss;
+        targets += m_batches[batch].targets.size();
+        for (std::size_t from = 0; from < m_batches[batch].targets.size(); ++passage) {
+            const std::size_t to = from + targetsOf(*passage);
+            Score &score = result.tasks[passage->task];
+            ++score.passages;
+            score.right += isRight(predictions[batch], m_batches[batch], from, to) ? 1 : 0;
+            from = to;
+        }
+    }
     result.loss /= static_cast<double>(std::max<std::size_t>(targets, 1));
     return result;
 }

@@ -36,7 +36,8 @@ public:
     Result look(std::span<Network> networks, std::span<const float> weights) const;
 
 private:
-    std::vector<Passage> m_passages; // those with the same system's message one after the other
+    std::vector<Passage> m_passages; // in the order in which they stand in the batches
+    std::vector<Batch> m_batches;
 };
 
 } // namespace lumora::training

@@ -62,10 +62,13 @@ void train(Options options)
     const TrainingVocabulary vocabulary(readTokenizer(options["--tokenizer"]));
     configuration.shape.vocabulary = static_cast<int>(vocabulary.tokenizer().size());
     BuiltInModel model{configuration.shape, {}};
-    if (options["--from"].empty())
+    if (options["--from"].empty()) {
         model.weights = startingWeights(configuration.shape, configuration.seed);
-    else
+    } else {
         model = readModel(options["--from"], vocabulary.tokenizer());
+        // It has learned what the phases before the last one teach.
+        configuration.phases.erase(configuration.phases.begin(), configuration.phases.end() - 1);
+    }
     configuration.shape = model.shape;
 
     const std::filesystem::path folder = options["--out"];

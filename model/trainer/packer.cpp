@@ -3,7 +3,8 @@
 
 #include "trainer/packer.h"
 
-#include <utility>
+#include <algorithm>
+#include <span>
 
 namespace lumora::training {
 
@@ -19,15 +20,24 @@ void appendTokens(Batch &batch, const Passage &passage, std::size_t from, std::s
     }
 }
 
-void append(Batch &batch, const Passage &passage)
+std::span<const Token> systemOf(const Passage &passage)
+{
+    return std::span(passage.tokens).first(passage.systemSize);
+}
+
+/// before: the passage that stands before it in the batch, if one does.
+void append(Batch &batch, const Passage &passage, const Passage *before)
 {
     const auto prefix = static_cast<int>(passage.systemSize);
-    if (batch.tokens.empty() && prefix > 0) {
-        batch.segments.push_back({0, prefix, 0, 0});
+    int prefixBegin = batch.segments.empty() ? 0 : batch.segments.back().prefixBegin;
+    if (before == nullptr || !std::ranges::equal(systemOf(*before), systemOf(passage))) {
+        prefixBegin = batch.size();
+        if (prefix > 0)
+            batch.segments.push_back({prefixBegin, prefix, 0, 0});
         appendTokens(batch, passage, 0, passage.systemSize);
     }
     const auto own = static_cast<int>(passage.tokens.size()) - prefix;
-    batch.segments.push_back({batch.size(), own, 0, prefix});
+    batch.segments.push_back({batch.size(), own, prefixBegin, prefix});
     appendTokens(batch, passage, passage.systemSize, passage.tokens.size());
 }
 
@@ -41,32 +51,32 @@ Batch batchOf(const Passage &passage)
     return batch;
 }
 
-Packer::Packer(int capacity)
-    : m_capacity(capacity)
+void TokenCount::add(const Passage &passage)
 {
+    const auto system = systemOf(passage);
+    const bool isNew = m_systems.emplace(system.begin(), system.end()).second;
+    m_tokens += static_cast<int>(passage.tokens.size() - (isNew ? 0 : passage.systemSize));
 }
 
-// The first token after the system's message is nobody's target, since it opens the user's.
-std::optional<Batch> Packer::add(const Passage &passage)
+std::vector<Batch> pack(std::vector<Passage> passages, int batches)
 {
-    if (passage.tokens.size() > static_cast<std::size_t>(m_capacity))
-        return std::nullopt;
-    const std::vector<Token> system(passage.tokens.begin(),
-                                    passage.tokens.begin() + static_cast<std::ptrdiff_t>(passage.systemSize));
-    Batch &open = m_open[system];
-    const auto added = static_cast<int>(passage.tokens.size() - (open.tokens.empty() ? 0 : passage.systemSize));
-    std::optional<Batch> full;
-    if (open.size() + added > m_capacity)
-        full = std::exchange(open, {});
-    append(open, passage);
-    return full;
-}
-
-std::optional<Batch> Packer::takeRest()
-{
-    if (m_open.empty())
-        return std::nullopt;
-    return std::move(m_open.extract(m_open.begin()).mapped());
+    std::ranges::stable_sort(passages, [](const Passage &left, const Passage &right) {
+        return std::ranges::lexicographical_compare(systemOf(left), systemOf(right));
+    });
+    TokenCount all;
+    for (const Passage &passage : passages)
+        all.add(passage);
+    std::vector<Batch> packed;
+    const Passage *before = nullptr;
+    for (const Passage &passage : passages) {
+        if (packed.empty() || packed.back().size() >= all.tokens() / batches) {
+            packed.emplace_back();
+            before = nullptr;
+        }
+        append(packed.back(), passage, before);
+        before = &passage;
+    }
+    return packed;
 }
 
 } // namespace lumora::training

@@ -6,8 +6,7 @@
 #include "conversations/passage.h"
 #include "trainer/batch.h"
 
-#include <map>
-#include <optional>
+#include <set>
 #include <vector>
 
 namespace lumora::training {
@@ -15,22 +14,21 @@ namespace lumora::training {
 /// The passage alone, its positions counted from its start; nothing is shared.
 Batch batchOf(const Passage &passage);
 
-/// Makes batches of passages that begin with the same system's message, which stands in a batch once.
-class Packer
+/// Lays passages out in so many batches of about the same size, or fewer. Passages with the same system's message
+/// follow one another, otherwise in the order in which they came, and in a batch the message stands once for all of
+/// them.
+std::vector<Batch> pack(std::vector<Passage> passages, int batches);
+
+/// Counts the tokens of passages that are packed together.
+class TokenCount
 {
 public:
-    /// capacity: tokens of a batch, at most.
-    explicit Packer(int capacity);
-
-    /// The batch that is full now, if one is. A passage that is longer than a batch is left out.
-    std::optional<Batch> add(const Passage &passage);
-
-    /// A batch that is not full; nothing when all has been given.
-    std::optional<Batch> takeRest();
+    void add(const Passage &passage);
+    int tokens() const { return m_tokens; }
 
 private:
-    int m_capacity;
-    std::map<std::vector<Token>, Batch> m_open; // by the system's message
+    int m_tokens = 0;
+    std::set<std::vector<Token>> m_systems; // that count already
 };
 
 } // namespace lumora::training

@@ -4,6 +4,7 @@
 #include "trainer/training.h"
 
 #include "trainer/builtinmodel.h"
+#include "trainer/packer.h"
 #include "trainer/threads.h"
 
 #include <algorithm>
@@ -102,18 +103,22 @@ void Training::enterPhase()
     // Another part of the endless examples than any run before had.
     const std::int64_t seed = 1000 * (m_at.tokens / 1000 + m_configuration.seed);
     m_examples = std::make_unique<ExampleStream>(phase.examples, seed, ExampleStream::Ends::never);
-    m_packer = std::make_unique<Packer>(phase.tokensPerBatch);
     m_exerciseTokens = 0;
     m_exampleTokens = 0;
 }
 
 std::vector<Batch> Training::nextStep()
 {
-    std::vector<Batch> batches;
-    while (tokensOf(batches) + m_phase->tokensPerBatch / 2 < m_phase->tokensPerStep)
-        if (std::optional<Batch> batch = m_packer->add(nextPassage()))
-            batches.push_back(std::move(*batch));
-    return batches;
+    std::vector<Passage> passages;
+    TokenCount count;
+    while (count.tokens() < m_phase->tokensPerStep) {
+        Passage passage = nextPassage();
+        if (passage.tokens.size() > static_cast<std::size_t>(m_phase->longestPassage))
+            continue;
+        count.add(passage);
+        passages.push_back(std::move(passage));
+    }
+    return pack(std::move(passages), m_configuration.threads);
 }
 
 Passage Training::nextPassage()

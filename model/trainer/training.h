@@ -10,7 +10,6 @@
 #include "trainer/copyexercises.h"
 #include "trainer/heldout.h"
 #include "trainer/network.h"
-#include "trainer/packer.h"
 
 #include <chrono>
 #include <functional>
@@ -63,7 +62,6 @@ private:
     const Phase *m_phase = nullptr;
     std::unique_ptr<ExampleStream> m_examples;
     CopyExercises m_exercises;
-    std::unique_ptr<Packer> m_packer;
     std::int64_t m_exerciseTokens = 0; // in this phase
     std::int64_t m_exampleTokens = 0;
 

@@ -64,10 +64,7 @@ Passage randomPassage(const std::vector<Token> &system, int size)
 
 Batch packed(const std::vector<Passage> &passages)
 {
-    Packer packer(10000);
-    for (const Passage &passage : passages)
-        packer.add(passage);
-    return *packer.takeRest();
+    return pack(passages, 1).front();
 }
 
 } // namespace
