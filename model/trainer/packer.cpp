@@ -69,7 +69,8 @@ std::vector<Batch> pack(std::vector<Passage> passages, int batches)
     std::vector<Batch> packed;
     const Passage *before = nullptr;
     for (const Passage &passage : passages) {
-        if (packed.empty() || packed.back().size() >= all.tokens() / batches) {
+        const bool isFull = packed.empty() || packed.back().size() >= all.tokens() / batches;
+        if (isFull && packed.size() < static_cast<std::size_t>(batches)) {
             packed.emplace_back();
             before = nullptr;
         }

@@ -116,11 +116,17 @@ private Q_SLOTS:
         const std::vector<Token> system = randomPassage({}, 70).tokens;
         const Passage first = randomPassage(system, 80);
         const Passage second = randomPassage(system, 30);
+        const Passage other = randomPassage(randomPassage({}, 20).tokens, 40);
         std::vector<float> together(weights.size());
         std::vector<float> apart(weights.size());
-        const double loss = network.learn(weights, packed({first, second}), together);
-        const double sum =
-            network.learn(weights, batchOf(first), apart) + network.learn(weights, batchOf(second), apart);
+        double loss = 0;
+        const std::vector<Batch> batches = pack({first, other, second, other}, 2);
+        QCOMPARE(batches.size(), size_t(2));
+        for (const Batch &batch : batches)
+            loss += network.learn(weights, batch, together);
+        double sum = 0;
+        for (const Passage &passage : {first, second, other, other})
+            sum += network.learn(weights, batchOf(passage), apart);
 
         QVERIFY(std::abs(loss - sum) < 1e-4 * sum);
         for (std::size_t i = 0; i < together.size(); ++i)
