@@ -18,11 +18,6 @@ namespace {
 
 constexpr std::size_t batchSize = 512; // tokens that are evaluated in one go
 
-bool goesOn(float, void *stop)
-{
-    return !static_cast<const std::stop_token *>(stop)->stop_requested();
-}
-
 } // namespace
 
 struct LlamaEngine::Loading

@@ -11,6 +11,7 @@
 #include <charconv>
 #include <cstdio>
 #include <mutex>
+#include <stop_token>
 #include <string_view>
 #include <vector>
 
@@ -119,6 +120,11 @@ std::string reasonOfErrors(const std::string &architecture)
     if (hasComplainedOf("unknown model architecture"))
         return "models of the kind “" + firstCharacters(architecture, 64) + "” are not known to this version";
     return "it is damaged, incomplete, or of a kind that this version does not know";
+}
+
+bool goesOn(float, void *stop)
+{
+    return !static_cast<const std::stop_token *>(stop)->stop_requested();
 }
 
 std::optional<std::string> reasonNotToConverse(const llama_model *model)

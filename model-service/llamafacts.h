@@ -32,6 +32,9 @@ std::string reasonOfErrors(const std::string &architecture);
 /// Whether libllama has complained in these words since errors were forgotten.
 bool hasComplainedOf(const std::string &words);
 
+/// For loading something, with a std::stop_token: whether it goes on.
+bool goesOn(float progress, void *stop);
+
 /// Half a sentence where a model that loads is not one that holds a conversation.
 std::optional<std::string> reasonNotToConverse(const llama_model *model);
 

@@ -70,11 +70,6 @@ std::string reasonNotToLoad()
     return "it is damaged, or of a kind that this version does not know";
 }
 
-bool goesOn(float, void *stop)
-{
-    return !static_cast<const std::stop_token *>(stop)->stop_requested();
-}
-
 } // namespace
 
 struct LlamaImages::State

@@ -22,8 +22,6 @@ constexpr std::string_view modelTurn = "\xEF\xB7\x91";
 constexpr std::string_view imageMark = "\xEF\xB7\x92";
 static_assert(cut.size() == modelTurn.size() && cut.size() == imageMark.size());
 
-constexpr std::string_view replacement = "\xEF\xBF\xBD";
-
 constexpr std::string_view thoughtMark = "<think>";
 
 // Without the marks, which mean something else here, and without U+0000, at which a template would end the text.
@@ -36,7 +34,7 @@ std::string cleaned(std::string_view text)
             text.remove_prefix(cut.size());
             continue;
         }
-        clean += text.front() == '\0' ? replacement : text.substr(0, 1);
+        clean += text.front() == '\0' ? replacementCharacter : text.substr(0, 1);
         text.remove_prefix(1);
     }
     return clean;

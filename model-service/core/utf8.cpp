@@ -7,8 +7,6 @@ namespace lumora::service {
 
 namespace {
 
-constexpr std::string_view replacement = "\xEF\xBF\xBD";
-
 bool isContinuation(char byte)
 {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
@@ -37,7 +35,7 @@ void Utf8Reader::read(char byte, std::string &text)
 void Utf8Reader::finish(std::string &text)
 {
     if (m_missing > 0)
-        text += replacement;
+        text += replacementCharacter;
     m_missing = 0;
     m_pending.clear();
 }
@@ -50,7 +48,7 @@ void Utf8Reader::start(unsigned char byte, std::string &text)
         return;
     }
     if (byte < 0xC2 || byte > 0xF4) {
-        text += replacement;
+        text += replacementCharacter;
         return;
     }
     m_pending.assign(1, static_cast<char>(byte));

@@ -9,6 +9,9 @@
 
 namespace lumora::service {
 
+/// What stands for a character that cannot be told, U+FFFD.
+inline constexpr std::string_view replacementCharacter = "\xEF\xBF\xBD";
+
 /// Makes valid UTF-8 of bytes that come in any pieces: a character is given on when its last byte has come, and each
 /// maximal part of a character that turns out to be broken becomes one U+FFFD.
 class Utf8Reader

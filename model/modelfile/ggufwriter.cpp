@@ -3,17 +3,12 @@
 
 #include "modelfile/ggufwriter.h"
 
+#include "modelfile/bytes.h"
 #include "modelfile/ggufformat.h"
 
 namespace lumora::training {
 
 namespace {
-
-template <typename Number>
-void append(std::string &bytes, Number number)
-{
-    bytes.append(reinterpret_cast<const char *>(&number), sizeof number);
-}
 
 void appendText(std::string &bytes, const std::string &text)
 {

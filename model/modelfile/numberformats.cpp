@@ -3,23 +3,16 @@
 
 #include "modelfile/numberformats.h"
 
+#include "modelfile/bytes.h"
+
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstring>
 #include <stdexcept>
 
-static_assert(std::endian::native == std::endian::little, "numbers are copied as they stand in memory");
-
 namespace lumora::training {
 
 namespace {
-
-template <typename Number>
-void append(std::string &bytes, Number number)
-{
-    bytes.append(reinterpret_cast<const char *>(&number), sizeof number);
-}
 
 template <typename Number>
 Number take(std::string_view &bytes)

@@ -33,7 +33,7 @@ QString descriptionOf(int extendedCode, int systemError)
     if (code == SQLITE_FULL || systemError == ENOSPC || systemError == EDQUOT)
         return translated(QT_TRANSLATE_NOOP("lumora::Search", "The disk has no room left for the search index."));
     if (code == SQLITE_NOMEM)
-        return translated(QT_TRANSLATE_NOOP("lumora::Search", "There is too little memory for the search index."));
+        return DatabaseError::outOfMemory().description();
     if (code == SQLITE_READONLY)
         return translated(
             QT_TRANSLATE_NOOP("lumora::Search", "The search index cannot be written: it or its folder is read-only."));
@@ -60,6 +60,12 @@ DatabaseError DatabaseError::fromCode(int extendedCode, int systemError)
     const bool isBroken = code == SQLITE_CORRUPT || code == SQLITE_NOTADB || code == SQLITE_CONSTRAINT;
     const bool isOfSystem = code == SQLITE_IOERR || code == SQLITE_CANTOPEN; // otherwise the errno is an older one
     return {isBroken ? Kind::broken : Kind::other, descriptionOf(extendedCode, isOfSystem ? systemError : 0)};
+}
+
+DatabaseError DatabaseError::outOfMemory()
+{
+    return {Kind::other,
+            translated(QT_TRANSLATE_NOOP("lumora::Search", "There is too little memory for the search index."))};
 }
 
 DatabaseError DatabaseError::closed()

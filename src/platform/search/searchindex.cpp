@@ -5,7 +5,6 @@
 
 #include "platform/search/databaseerror.h"
 
-#include <QCoreApplication>
 #include <QPromise>
 
 #include <memory>
@@ -16,11 +15,6 @@ namespace {
 
 constexpr std::chrono::milliseconds writingPatience{3000};
 constexpr std::chrono::milliseconds closingPatience{100};
-
-QString translated(const char *text)
-{
-    return QCoreApplication::translate("lumora::Search", text);
-}
 
 void deleteItems(Database &database, const QStringList &identifiers)
 {
@@ -107,8 +101,7 @@ SearchIndex::Outcome SearchIndex::make(const Change &change, IndexFile::IfMissin
     } catch (const DatabaseError &error) {
         return SearchFailure{error.description()};
     } catch (const std::bad_alloc &) {
-        return SearchFailure{
-            translated(QT_TRANSLATE_NOOP("lumora::Search", "There is too little memory for the search index."))};
+        return SearchFailure{DatabaseError::outOfMemory().description()};
     }
 }
 

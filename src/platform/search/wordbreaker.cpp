@@ -14,7 +14,7 @@ namespace {
 
 constexpr int32_t longestWord = 64; // UTF-16 units
 
-std::unique_ptr<icu::BreakIterator> wordRules()
+std::unique_ptr<icu::BreakIterator> makeRules()
 {
     UErrorCode status = U_ZERO_ERROR;
     std::unique_ptr<icu::BreakIterator> rules(icu::BreakIterator::createWordInstance(icu::Locale::getRoot(), status));
@@ -26,7 +26,7 @@ std::unique_ptr<icu::BreakIterator> wordRules()
 } // namespace
 
 WordBreaker::WordBreaker()
-    : m_rules(wordRules())
+    : m_rules(makeRules())
 {
 }
 

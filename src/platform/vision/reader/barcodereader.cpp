@@ -15,8 +15,8 @@ namespace {
 
 using ZXing::BarcodeFormat;
 
-constexpr int quietZone = 16;     // in pixels; codes are often cut out without the white around them
-constexpr int smallPicture = 600; // by its longer side; its codes may be of single pixels
+constexpr int quietZone = 16;  // in pixels; codes are often cut out without the white around them
+constexpr int smallSide = 600; // by its longer side; its codes may be of single pixels
 constexpr int enlarging = 3;
 constexpr int mostBytesShown = 200;
 
@@ -120,7 +120,7 @@ QList<Barcode> readBarcodes(const QImage &gray)
     QList<Barcode> codes;
     addCodes(codes, gray);
     addCodes(codes, negative);
-    if (codes.isEmpty() && qMax(gray.width(), gray.height()) <= smallPicture) {
+    if (codes.isEmpty() && qMax(gray.width(), gray.height()) <= smallSide) {
         const auto larger = [](const QImage &image) { return image.scaled(image.size() * enlarging); };
         addCodes(codes, larger(gray));
         addCodes(codes, larger(negative));
