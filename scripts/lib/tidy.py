@@ -100,7 +100,73 @@ class Together:
         folder.mkdir(parents=True, exist_ok=True)
         lines = []
         for number, source in enumerate(sources):
-            lines += [f"#define main main{number}", f'#include "{root / source}"', "#undef main():
+            lines += [f"#define main main{number}", f'#include "{root / source}"', "#undef main"]
+        self.source.write_text("\n".join(lines) + "\n")
+        options = dict.fromkeys(option for source in sources for option in self._options(commands[source]["command"]))
+        entry = {
+            "directory": commands[sources[0]]["directory"],
+            "file": str(self.source),
+            "command": shlex.join(["c++", *(word for option in options for word in option), "-c", str(self.source)]),
+        }
+        (folder / "compile_commands.json").write_text(json.dumps([entry]))
+
+    @staticmethod
+    def _options(command):
+        """What a compile command has between the compiler and the output, each with its value."""
+        words = shlex.split(command)
+        words = words[next(i for i, word in enumerate(words) if word.startswith("-")) : words.index("-o")]
+        while words:
+            length = 2 if words[0] in ("-isystem", "-include") else 1
+            # Where a test lies is no matter here, and differs.
+            if not words[0].startswith("-DQT_TESTCASE_"):
+                yield tuple(words[:length])
+            words = words[length:]
+
+    def is_clean(self, root):
+        """Whether nothing is wrong with any of the sources. What they hide from each other is no fault of theirs."""
+        folders = (root / self.sources[0]).parents
+        configuration = next(folder / ".clang-tidy" for folder in folders if (folder / ".clang-tidy").exists())
+        more = [
+            f"--config-file={configuration}",
+            f"--header-filter=^{root}{OWN_FILES}",
+            "--checks=-bugprone-suspicious-include",  # which is what such a file is made of
+            "--extra-arg=-Wno-shadow",
+            '--extra-arg=-DQT_TESTCASE_BUILDDIR=""',
+            '--extra-arg=-DQT_TESTCASE_SOURCEDIR=""',
+        ]
+        return not complaints(self.folder, self.source, [root / source for source in self.sources], more)
+
+
+def complaints(commands, source, files, more=()):
+    """What is wrong with a translation unit that consists of some files of ours; empty where nothing is."""
+    run = subprocess.run([TOOL, "--quiet", "-p", commands, *EXTRA, *more, source], capture_output=True, text=True)
+    found = run.stdout if run.returncode == 0 else run.stdout + run.stderr
+    awaiting = [file for file in files if re.search(r"\bco_(await|return|yield)\b", file.read_text())]
+    if awaiting and not found.strip():
+        asked = CAPTURING_COROUTINE.format("|".join(map(str, awaiting)))
+        arguments = [argument for argument in more if argument.startswith("--extra-arg")]
+        query = subprocess.run(
+            [QUERY, "-p", commands, *EXTRA, *arguments, "-c", "set output diag", "-c", asked, source],
+            capture_output=True,
+            text=True,
+        )
+        if query.stdout.splitlines()[-1:] != ["0 matches."]:
+            found = f"{source}: a coroutine must not be a capturing lambda\n{query.stdout}{query.stderr}"
+    return found if run.returncode != 0 or found.strip() else ""
+
+
+def groups(sources):
+    """The sources of each top folder, in even parts of neighbours that are not too large."""
+    folders = {}
+    for source in sorted(sources):
+        folders.setdefault(source.split("/")[0], []).append(source)
+    for folder in folders.values():
+        parts = -(-len(folder) // LARGEST_GROUP)
+        edges = [len(folder) * part // parts for part in range(parts + 1)]
+        yield from (folder[start:end] for start, end in zip(edges, edges[1:]))
+
+
+def main():
     root = pathlib.Path(__file__).resolve().parents[2]
     build = root / sys.argv[1]
     stamps = build / "tidy"
