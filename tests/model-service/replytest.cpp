@@ -19,7 +19,7 @@ const std::string schema = R"({"type":"object","properties":{"title":{"type":"st
 
 const std::vector<std::string> clockCall = {"{\"tool\":", "\"clock\", \"arguments\": {\"zone\": \"\"}}"};
 
-wire::Respond aboutNothing(const std::string &prompt = "Hi")
+wire::Respond greeting(const std::string &prompt = "Hi")
 {
     wire::Respond request;
     request.id = 5;
@@ -102,7 +102,7 @@ private Q_SLOTS:
     {
         Runner runner;
         runner.engine.say({"Hel", "lo ", "\xC3", "\xA9", "!"});
-        const wire::Finished finished = runner.run(aboutNothing());
+        const wire::Finished finished = runner.run(greeting());
         QCOMPARE(runner.text, std::string("Hello é!"));
         QCOMPARE(finished.outputTokens, 5);
         QCOMPARE(finished.inputTokens, qint64(runner.engine.held.size()) - 5);
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(runner.engine.grammars, std::vector<std::string>{""});
 
         runner.engine.say({"{\"tool\": \"clock\"}"}); // which nobody offered
-        runner.run(aboutNothing());
+        runner.run(greeting());
         QCOMPARE(runner.text, std::string("{\"tool\": \"clock\"}"));
     }
 
@@ -119,16 +119,16 @@ private Q_SLOTS:
     {
         Runner runner;
         runner.engine.opening = FakeEngine::firstSpecial + 3;
-        runner.run(aboutNothing());
+        runner.run(greeting());
         QCOMPARE(runner.engine.heldText(),
                  std::string("<|end|><|system|>Be kind.<|end|><|user|>Hi<|end|><|assistant|>"));
 
         // A template that writes the opening token itself does not get a second one.
         runner.engine.opening = FakeEngine::firstSpecial;
-        runner.run(aboutNothing());
+        runner.run(greeting());
         QVERIFY(runner.engine.heldText().starts_with("<|system|>Be kind."));
 
-        runner.run(withTools(aboutNothing()));
+        runner.run(withTools(greeting()));
         const std::string text = runner.engine.heldText();
         QVERIFY(text.find("clock") != std::string::npos && text.find("Tells the time.") != std::string::npos);
         QVERIFY(text.find("\"zone\"") != std::string::npos);
@@ -137,7 +137,7 @@ private Q_SLOTS:
     void wordsAreReadToTheirEnd()
     {
         Runner runner;
-        runner.run(aboutNothing(std::string("a\0b", 3) + "<|end|><|e\xEF\xB7\x90nd|>\xEF\xB7\x91 c"));
+        runner.run(greeting(std::string("a\0b", 3) + "<|end|><|e\xEF\xB7\x90nd|>\xEF\xB7\x91 c"));
         QVERIFY(runner.engine.heldText().ends_with("<|user|>a\uFFFDb<|end|><|end|> c<|end|><|assistant|>"));
         QCOMPARE(std::ranges::count(runner.engine.held, FakeEngine::firstSpecial + 3), 2); // none of them in the words
     }
@@ -147,13 +147,13 @@ private Q_SLOTS:
         Runner runner;
         runner.engine.knowsTemplate = false;
         runner.engine.write({" Yes.\n", "Us", "er: more"});
-        runner.run(aboutNothing());
+        runner.run(greeting());
         QCOMPARE(runner.text, std::string(" Yes.\n"));
         QVERIFY(runner.engine.heldText().starts_with("Be kind.\n\nUser: Hi\n\nAssistant: Yes."));
 
         runner.engine.knowsTemplate = true;
         runner.engine.say({"User: x"});
-        runner.run(aboutNothing());
+        runner.run(greeting());
         QCOMPARE(runner.text, std::string("User: x"));
     }
 
@@ -161,9 +161,9 @@ private Q_SLOTS:
     {
         Runner runner;
         runner.engine.say({"<think>", "Hm."});
-        QCOMPARE(int(runner.failureOf(aboutNothing())), int(wire::ErrorCode::cutShort));
+        QCOMPARE(int(runner.failureOf(greeting())), int(wire::ErrorCode::cutShort));
         runner.engine.turnOpening = "<think>\n";
-        wire::Respond request = aboutNothing();
+        wire::Respond request = greeting();
         request.options.maximumTokens = 2;
         runner.engine.say({"Hm.", "</think>"});
         QVERIFY(runner.run(request).outputTokens == 2 && runner.text.empty()); // it has said what it wanted
@@ -178,7 +178,7 @@ private Q_SLOTS:
         runner.engine.write({"Let me see.\n", "{\"tool\"", ":", " \"clock\"", ", \"arguments\": {\"zone\": \"U}\"}}"});
         runner.engine.say({"It is noon."});
         runner.output = "noon <|end|>";
-        const wire::Finished finished = runner.run(withTools(aboutNothing()));
+        const wire::Finished finished = runner.run(withTools(greeting()));
         QCOMPARE(runner.calls.size(), 1);
         QCOMPARE(runner.calls[0].name, std::string("clock"));
         QCOMPARE(runner.calls[0].arguments, std::string("{\"zone\":\"U}\"}"));
@@ -195,7 +195,7 @@ private Q_SLOTS:
     {
         Runner runner;
         runner.engine.write({"{\"to", "ol\": \"wat", " \"clock\", \"arguments\": {\"zone\": \"\"}}"});
-        runner.run(withTools(aboutNothing()));
+        runner.run(withTools(greeting()));
         QCOMPARE(runner.calls.size(), 1);
         QVERIFY(runner.engine.heldText().find("<|assistant|>{\"tool\": \"clock\"") != std::string::npos);
     }
@@ -203,7 +203,7 @@ private Q_SLOTS:
     void structuredAnswers()
     {
         Runner runner;
-        wire::Respond request = aboutNothing();
+        wire::Respond request = greeting();
         request.schema = schema;
         runner.engine.say(characters("{ \"title\": \"a}\xFF\" }"));
         const wire::Finished finished = runner.run(request);
@@ -215,7 +215,7 @@ private Q_SLOTS:
         runner.engine.script.clear();
         runner.engine.write(clockCall);
         runner.engine.write({"{\"title\"", ":\"tool\"}"});
-        wire::Respond calling = withTools(aboutNothing());
+        wire::Respond calling = withTools(greeting());
         calling.schema = schema;
         const wire::Finished called = runner.run(calling);
         QCOMPARE(runner.calls.size(), 1);
@@ -231,7 +231,7 @@ private Q_SLOTS:
         for (const auto &asked : {std::optional<std::string>(), std::optional(schema)}) {
             Runner runner;
             runner.engine.endless = clockCall;
-            wire::Respond request = withTools(aboutNothing());
+            wire::Respond request = withTools(greeting());
             request.schema = asked;
             QCOMPARE(int(runner.failureOf(request)), int(wire::ErrorCode::tooManyCalls));
             QCOMPARE(runner.calls.size(), 8);
@@ -256,7 +256,7 @@ private Q_SLOTS:
         runner.engine.size = 2000;
         runner.output = output.toStdString();
         runner.engine.write(clockCall);
-        runner.run(withTools(aboutNothing()));
+        runner.run(withTools(greeting()));
         const std::size_t held = runner.engine.held.size();
         QVERIFY2(held <= 2000 - 250, "no room is left for the answer");
         QVERIFY2(held >= 1700 || output.size() < 1000, "more was cut off than the context asks for");
@@ -270,7 +270,7 @@ private Q_SLOTS:
     void limits()
     {
         Runner runner;
-        wire::Respond request = aboutNothing();
+        wire::Respond request = greeting();
         request.options.maximumTokens = 3;
         runner.engine.endless = {"a", "b"};
         QCOMPARE(runner.run(request).outputTokens, 3);
@@ -283,9 +283,9 @@ private Q_SLOTS:
         QVERIFY(runner.text.size() > 3900); // what came until then stands
         request.schema = schema;
         QCOMPARE(int(runner.failureOf(request)), int(wire::ErrorCode::cutShort));
-        QCOMPARE(int(runner.failureOf(aboutNothing(std::string(4000, 'x')))), int(wire::ErrorCode::contextFull));
+        QCOMPARE(int(runner.failureOf(greeting(std::string(4000, 'x')))), int(wire::ErrorCode::contextFull));
         QVERIFY(runner.text.size() < 90);
-        QCOMPARE(int(runner.failureOf(aboutNothing(std::string(5000, 'x')))), int(wire::ErrorCode::contextFull));
+        QCOMPARE(int(runner.failureOf(greeting(std::string(5000, 'x')))), int(wire::ErrorCode::contextFull));
         QVERIFY(runner.text.empty());
     }
 
@@ -293,15 +293,15 @@ private Q_SLOTS:
     {
         Runner runner;
         runner.engine.say({"Hello", "."});
-        const wire::Finished first = runner.run(aboutNothing("Question"));
+        const wire::Finished first = runner.run(greeting("Question"));
         QCOMPARE(first.evaluatedTokens, first.inputTokens + first.outputTokens);
-        const wire::Finished same = runner.run(aboutNothing("Question"));
+        const wire::Finished same = runner.run(greeting("Question"));
         QCOMPARE(same.evaluatedTokens, 1); // the last one, for what follows it
-        const wire::Finished longer = runner.run(aboutNothing("Question two"));
+        const wire::Finished longer = runner.run(greeting("Question two"));
         QCOMPARE(longer.evaluatedTokens, qint64(std::string(" two<").size()) + 1);
 
         runner.engine.goesBack = false;
-        const wire::Finished anew = runner.run(aboutNothing("Question"));
+        const wire::Finished anew = runner.run(greeting("Question"));
         QCOMPARE(anew.evaluatedTokens, anew.inputTokens);
     }
 
@@ -309,9 +309,9 @@ private Q_SLOTS:
     {
         Runner runner;
         runner.engine.stopAfter = 10;
-        QCOMPARE(int(runner.failureOf(aboutNothing("Question"))), int(wire::ErrorCode::cancelled));
+        QCOMPARE(int(runner.failureOf(greeting("Question"))), int(wire::ErrorCode::cancelled));
         runner.engine.stopAfter.reset();
-        const wire::Finished finished = runner.run(aboutNothing("Question"));
+        const wire::Finished finished = runner.run(greeting("Question"));
         QCOMPARE(finished.evaluatedTokens, finished.inputTokens - 10);
     }
 
@@ -322,8 +322,7 @@ private Q_SLOTS:
         runner.engine.opening = FakeEngine::firstSpecial + 3;
         runner.engine.say({"A cat."});
         const std::string words = "a\xEF\xB7\x92<|end|>"; // with what stands for an image elsewhere
-        const wire::Finished finished =
-            runner.run(withImages(aboutNothing(words), {image(3, 2, 'c'), image(1, 1, 'd')}));
+        const wire::Finished finished = runner.run(withImages(greeting(words), {image(3, 2, 'c'), image(1, 1, 'd')}));
         QCOMPARE(runner.engine.heldText(),
                  std::string("<|end|><|system|>Be kind.<|end|><|user|>a<|end|>\n\n<ccc|cc>\n\n<d|d>"
                              "<|end|><|assistant|>A cat."));
@@ -334,9 +333,9 @@ private Q_SLOTS:
     void imagesThatCannotBeRead()
     {
         Runner runner;
-        QCOMPARE(int(runner.failureOf(withImages(aboutNothing(), {image(1, 1, 'a')}))), int(wire::ErrorCode::internal));
+        QCOMPARE(int(runner.failureOf(withImages(greeting(), {image(1, 1, 'a')}))), int(wire::ErrorCode::internal));
         runner.engine.sees = true;
-        QCOMPARE(int(runner.failureOf(withImages(aboutNothing(), {image(5000, 1, 'a')}))),
+        QCOMPARE(int(runner.failureOf(withImages(greeting(), {image(5000, 1, 'a')}))),
                  int(wire::ErrorCode::contextFull));
         QVERIFY(runner.engine.held.empty());
     }
@@ -372,8 +371,8 @@ private Q_SLOTS:
         QFETCH(QByteArray, evaluated);
         Runner runner;
         runner.engine.sees = true;
-        runner.run(withImages(aboutNothing("Look"), {image(4, 2, 'a'), image(3, 1, 'b')}));
-        const wire::Finished finished = runner.run(withImages(aboutNothing(prompt.toStdString()), images));
+        runner.run(withImages(greeting("Look"), {image(4, 2, 'a'), image(3, 1, 'b')}));
+        const wire::Finished finished = runner.run(withImages(greeting(prompt.toStdString()), images));
         const std::string text = runner.engine.heldText();
         QVERIFY2(QByteArray::fromStdString(text).endsWith(evaluated), text.c_str());
         const auto special = runner.engine.tokenize(evaluated.toStdString(), SpecialTokens::recognised);
@@ -384,7 +383,7 @@ private Q_SLOTS:
     {
         Runner runner;
         runner.engine.sees = true;
-        const wire::Respond request = withImages(aboutNothing(), {image(4, 2, 'a')});
+        const wire::Respond request = withImages(greeting(), {image(4, 2, 'a')});
         runner.engine.stopsAtImages = true;
         QCOMPARE(int(runner.failureOf(request)), int(wire::ErrorCode::cancelled));
         QVERIFY(runner.engine.heldText().ends_with("Hi\n\n<"));
