@@ -28,8 +28,8 @@ void appendFollowing(Passage &passage, const std::vector<Token> &following)
 std::vector<Token> nextTurn(const TrainingVocabulary &vocabulary)
 {
     std::vector<Token> tokens{Tokenizer::messageEnd};
-    const std::vector<Token> opening = vocabulary.tokenize("\n" + vocabulary.applyTemplate({}).value_or(std::string()),
-                                                           service::SpecialTokens::recognised);
+    const std::vector<Token> opening =
+        vocabulary.tokenize("\n" + vocabulary.layOut({}), service::SpecialTokens::recognised);
     tokens.insert(tokens.end(), opening.begin(), opening.end());
     return tokens;
 }

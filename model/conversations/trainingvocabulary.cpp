@@ -57,7 +57,7 @@ std::vector<Token> TrainingVocabulary::tokenize(std::string_view text, service::
     return tokens;
 }
 
-std::optional<std::string> TrainingVocabulary::applyTemplate(std::span<const ChatMessage> messages) const
+std::string TrainingVocabulary::layOut(std::span<const ChatMessage> messages) const
 {
     std::string text;
     for (const ChatMessage &message : messages) {

@@ -23,7 +23,12 @@ public:
     std::vector<Token> tokenize(std::string_view text, service::SpecialTokens special) const override;
     std::optional<Token> openingToken() const override { return std::nullopt; }
     const std::vector<std::string> &specialTexts() const override { return m_specialTexts; }
-    std::optional<std::string> applyTemplate(std::span<const service::ChatMessage> messages) const override;
+    /// The messages, and the opening of the reply.
+    std::string layOut(std::span<const service::ChatMessage> messages) const;
+    std::optional<std::string> applyTemplate(std::span<const service::ChatMessage> messages) const override
+    {
+        return layOut(messages);
+    }
 
 private:
     Tokenizer m_tokenizer;
