@@ -17,6 +17,9 @@ if(CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
+# Sanitizers and their line tables make large programs of small tests; mold links one in a tenth of the time.
+find_program(MOLD mold)
+
 # Warnings as errors, for code that we wrote.
 add_library(lumora_warnings INTERFACE)
 target_compile_options(lumora_warnings INTERFACE
@@ -31,7 +34,7 @@ target_compile_definitions(lumora_options INTERFACE QT_NO_CAST_TO_ASCII QT_NO_KE
 if(LUMORA_SANITIZE)
     target_compile_options(lumora_options INTERFACE
         -fsanitize=${LUMORA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    target_link_options(lumora_options INTERFACE -fsanitize=${LUMORA_SANITIZE})
+    target_link_options(lumora_options INTERFACE -fsanitize=${LUMORA_SANITIZE} $<$<BOOL:${MOLD}>:-fuse-ld=mold>)
 endif()
 
 # One static library for one folder: lumora_add_library(NAME SOURCES … LINKS …)
