@@ -11,6 +11,12 @@ namespace lumora {
 
 namespace {
 
+/// As texts are compared here, however their accents are encoded.
+QString comparable(const QString &text)
+{
+    return lowercased(text).normalized(QString::NormalizationForm_C);
+}
+
 template <typename Keywords>
 bool containsAny(const QString &text, const Keywords &keywords)
 {
@@ -28,14 +34,14 @@ ToolSelection::ImageTool imageTool(const QString &text)
 
 bool namesDocument(const QString &text, const QStringList &documentNames)
 {
-    return std::ranges::any_of(documentNames, [&text](const QString &name) { return text.contains(lowercased(name)); });
+    return std::ranges::any_of(documentNames, [&text](const QString &name) { return text.contains(comparable(name)); });
 }
 
 } // namespace
 
 ToolSelection selectToolsByKeyword(const QString &typedText, RequestImage image, const QStringList &documentNames)
 {
-    const QString text = lowercased(typedText);
+    const QString text = comparable(typedText);
     ToolSelection selection;
     selection.currentDate = containsAny(text, dateToolKeywords);
     if (image == RequestImage::attached)

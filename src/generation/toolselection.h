@@ -38,8 +38,9 @@ enum class RequestImage {
     attached,
 };
 
-/// Looks for keywords anywhere in the lowercased text, inside longer words too. documentNames: of the documents that
-/// can be searched; without any there is no document search, and the name of one calls for it like a keyword.
+/// Looks for keywords anywhere in the lowercased text, inside longer words too, however accents are encoded.
+/// documentNames: of the documents that can be searched; without any there is no document search, and the name of one
+/// calls for it like a keyword.
 ToolSelection selectToolsByKeyword(const QString &typedText, RequestImage image, const QStringList &documentNames);
 
 } // namespace lumora

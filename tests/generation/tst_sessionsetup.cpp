@@ -56,6 +56,11 @@ void SessionSetupTest::selectsToolsByKeyword_data()
                               << ToolSelection{false, ImageTool::none, true};
     QTest::newRow("name of the second") << "Sum up budget.MD" << false << budget
                                         << ToolSelection{false, ImageTool::none, true};
+    QTest::newRow("name with its accents apart")
+        << "Sum up r\u00E9sum\u00E9" << false << QStringList{"R\u0065\u0301sum\u0065\u0301"}
+        << ToolSelection{false, ImageTool::none, true};
+    QTest::newRow("typed with accents apart") << "Sum up re\u0301sume\u0301" << false << QStringList{"R\u00E9sum\u00E9"}
+                                              << ToolSelection{false, ImageTool::none, true};
     QTest::newRow("all") << "Read today's notes" << true << budget
                          << ToolSelection{true, ImageTool::textRecognition, true};
 }
