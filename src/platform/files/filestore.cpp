@@ -36,6 +36,24 @@ FileOutcome failure(const char *what, const QString &why)
     return FileFailure{translated(what).arg(why)};
 }
 
+// A disk that fills up takes a part of what it gets, and says no word; only the rest is refused with a reason.
+
+bool writeAll(QFileDevice &file, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const qint64 written = file.write(bytes.data(), bytes.size());
+        if (written <= 0)
+            return false;
+        bytes = bytes.sliced(written);
+    }
+    return true;
+}
+
+bool flushAll(QFileDevice &file)
+{
+    return file.flush() || file.flush();
+}
+
 FileOutcome syncFile(int handle, const char *what)
 {
     if (::fsync(handle) == 0 || errno == EINVAL) // EINVAL: nothing that can be synced, such as a pipe
@@ -57,7 +75,7 @@ void syncFolder(const QString &path)
 FileOutcome putInPlace(QSaveFile &file, const char *what)
 {
     file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    if (!file.flush())
+    if (!flushAll(file))
         return failure(what, file.errorString());
     // QSaveFile goes on where the disk refuses the data; the old file may only be replaced by one that is really there.
     if (FileOutcome failed = syncFile(file.handle(), what))
@@ -97,14 +115,14 @@ FileOutcome copyContent(QFile &source, QFile &copy, const std::stop_token &stop)
 {
     constexpr qint64 pieceSize = 1 << 20;
     for (QByteArray piece = source.read(pieceSize); !piece.isEmpty(); piece = source.read(pieceSize)) {
-        if (copy.write(piece) != piece.size())
+        if (!writeAll(copy, piece))
             return notCopied(copy.errorString());
         if (stop.stop_requested()) // before the disk is waited for
             return notCopied(translated(QT_TRANSLATE_NOOP("lumora::Files", "it was stopped")));
     }
     if (source.error() != QFileDevice::NoError)
         return notCopied(source.errorString());
-    return copy.flush() ? std::nullopt : notCopied(copy.errorString());
+    return flushAll(copy) ? std::nullopt : notCopied(copy.errorString());
 }
 
 } // namespace
@@ -147,7 +165,7 @@ FileOutcome replaceFile(const QString &path, const std::function<void(const Byte
     qint64 waiting = 0; // bytes that the disk was not told of
     if (isWritten) {
         write([&](QByteArrayView piece) {
-            isWritten = isWritten && file.write(piece.data(), piece.size()) == piece.size();
+            isWritten = isWritten && writeAll(file, piece);
             waiting += piece.size();
             if (waiting < diskStride)
                 return;

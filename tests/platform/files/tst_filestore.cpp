@@ -33,13 +33,16 @@ private Q_SLOTS:
     void keepsTheOldFileWhenWritingFails_data()
     {
         QTest::addColumn<bool>("hasOldFile");
-        QTest::newRow("full disk, old file") << true;
-        QTest::newRow("full disk, first file") << false;
+        QTest::addColumn<qsizetype>("size");
+        QTest::newRow("full disk, old file") << true << qsizetype(100000);
+        QTest::newRow("full disk, first file") << false << qsizetype(100000);
+        QTest::newRow("full disk, a little too much") << true << qsizetype(5000);
     }
 
     void keepsTheOldFileWhenWritingFails()
     {
         QFETCH(bool, hasOldFile);
+        QFETCH(qsizetype, size);
         const QTemporaryDir folder;
         const QString path = folder.filePath("list.json");
         if (hasOldFile)
@@ -48,10 +51,10 @@ private Q_SLOTS:
         FileOutcome failed;
         {
             const FullDisk disk(4096); // half way
-            failed = replaceFile(path, QByteArray(100'000, 'x'));
+            failed = replaceFile(path, QByteArray(size, 'x'));
         }
         QVERIFY(failed);
-        QVERIFY(failed->description.startsWith("The file cannot be written: "));
+        QCOMPARE(failed->description, "The file cannot be written: File too large.");
         QCOMPARE(filesIn(folder.path()), hasOldFile ? QStringList{"list.json"} : QStringList{});
         if (hasOldFile)
             QCOMPARE(contentOf(path), "old");
