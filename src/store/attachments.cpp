@@ -2,12 +2,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "platform/files/filestore.h"
+#include "platform/images/imagefile.h"
 #include "store/chatstore.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 namespace lumora {
+
+namespace {
+
+FileOutcome refuseTooLarge(const QString &picked)
+{
+    constexpr qint64 megabyte = 1024 * 1024;
+    if (QFileInfo(picked).size() <= imageLimits.fileBytes)
+        return std::nullopt;
+    return FileFailure{
+        ChatStore::tr("The file has more than %1 MB. Choose a smaller image.").arg(imageLimits.fileBytes / megabyte)};
+}
+
+} // namespace
 
 std::optional<QString> ChatStore::imagesDirectoryURL() const
 {
@@ -29,7 +43,10 @@ void ChatStore::attachImage(const QUrl &location)
         return;
     }
     const QString picked = location.toLocalFile();
-    attachImage(freshFileName(picked), [&picked](const QString &copy) { return copyFile(picked, copy); });
+    attachImage(freshFileName(picked), [&picked](const QString &copy) {
+        const FileOutcome tooLarge = refuseTooLarge(picked); // before a disk is filled with what cannot be shown
+        return tooLarge ? tooLarge : copyFile(picked, copy);
+    });
 }
 
 void ChatStore::attachPicture(const QByteArray &png)

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "platform/files/fulldisk.h"
 #include "storefixture.h"
 
 #include <QRegularExpression>
@@ -18,6 +19,7 @@ private Q_SLOTS:
     void keepsOneImagePending();
     void discardsThePendingImageWithTheComposer();
     void handsTheImageToTheMessage();
+    void keepsThePendingImageWhenACopyFails_data();
     void keepsThePendingImageWhenACopyFails();
 
 private:
@@ -123,15 +125,37 @@ void AttachmentsTest::handsTheImageToTheMessage()
     QCOMPARE(images(fixture).size(), 1);
 }
 
+void AttachmentsTest::keepsThePendingImageWhenACopyFails_data()
+{
+    QTest::addColumn<QString>("picked");
+    QTest::addColumn<QString>("why");
+    QTest::newRow("vanished") << "gone.png"
+                              << "The file cannot be copied: No such file or directory.";
+    QTest::newRow("folder") << "Lumora"
+                            << "The file cannot be copied: it is not a file.";
+    QTest::newRow("2 GB") << "huge.png"
+                          << "The file has more than 256 MB. Choose a smaller image.";
+    QTest::newRow("full disk") << "large.png"
+                               << "The file cannot be copied: File too large.";
+}
+
 void AttachmentsTest::keepsThePendingImageWhenACopyFails()
 {
+    QFETCH(QString, picked);
+    QFETCH(QString, why);
     const StoreFixture fixture;
     fixture.write("../a.png", "a");
+    fixture.write("../large.png", QByteArray(200'000, 'a'));
+    fixture.write("../huge.png", "a");
+    QVERIFY(QFile::resize(fixture.path("../huge.png"), qint64(2) << 30));
     const auto store = fixture.start();
     store->attachImage(QUrl::fromLocalFile(fixture.path("../a.png")));
     const auto pending = store->pendingImageURL();
-    store->attachImage(QUrl::fromLocalFile(fixture.path("../gone.png")));
-    QVERIFY2(store->errorMessage().startsWith("Could not attach image: "), qPrintable(store->errorMessage()));
+    {
+        const FullDisk disk(100'000); // which holds no copy of the huge file either
+        store->attachImage(QUrl::fromLocalFile(fixture.path("../" + picked)));
+    }
+    QCOMPARE(store->errorMessage(), "Could not attach image: " + why);
     QCOMPARE(store->pendingImageURL(), pending);
     QCOMPARE(images(fixture).size(), 1);
     store->attachImage(QUrl::fromLocalFile(fixture.path("../a.png")));
