@@ -23,13 +23,13 @@ namespace {
 constexpr qsizetype mostIndexResults = 8;
 constexpr qsizetype mostResults = 3;
 
-QString result(const QString &title, const QString &text, const QString &query)
+QString result(const QString &title, const QString &text, const QString &query, const std::stop_token &stop)
 {
-    return QStringLiteral("Document: ") + title + QStringLiteral("\nExcerpt: ") + excerpt(text, query);
+    return QStringLiteral("Document: ") + title + QStringLiteral("\nExcerpt: ") + excerpt(text, query, stop);
 }
 
 /// What the index finds among these documents, best first.
-QStringList searchIndex(const DocumentSearchTool &tool, const QString &query)
+QStringList searchIndex(const DocumentSearchTool &tool, const QString &query, const std::stop_token &stop)
 {
     QSet<QString> knownIDs;
     for (const ImportedDocument &document : tool.documents)
@@ -39,16 +39,29 @@ QStringList searchIndex(const DocumentSearchTool &tool, const QString &query)
                     {.fetchAttributes = {QStringLiteral("title"), QStringLiteral("textContent")},
                      .maxResultCount = mostIndexResults});
     QStringList results;
-    while (results.size() < mostResults) {
+    while (results.size() < mostResults && !stop.stop_requested()) {
         const std::optional<SearchableItem> item = items.next();
         if (!item)
             break;
         if (!knownIDs.contains(item->uniqueIdentifier))
             continue;
         const QString title = item->title.isNull() ? QStringLiteral("Document") : item->title;
-        results.append(result(title, item->textContent, query));
+        results.append(result(title, item->textContent, query, stop));
     }
     return results;
+}
+
+/// Whether a text holds one of these folded words. On stop in whatever way.
+bool holdsAny(const QList<QStringView> &terms, QStringView text, const std::stop_token &stop)
+{
+    while (!text.isEmpty() && !stop.stop_requested()) {
+        const QStringView piece = firstPiece(text);
+        text = text.sliced(piece.size());
+        const QString folded = caseFolded(piece);
+        if (std::ranges::any_of(terms, [&folded](QStringView term) { return folded.contains(term); }))
+            return true;
+    }
+    return false;
 }
 
 /// Reads the stored copies, in the order of the list.
@@ -56,18 +69,14 @@ QStringList scanDocuments(const DocumentSearchTool &tool, const QString &query, 
 {
     const QString folded = caseFolded(query);
     const QList<QStringView> terms = words(folded);
-    const auto holdsATerm = [&terms](const QString &text) {
-        const QString foldedText = caseFolded(text);
-        return std::ranges::any_of(terms, [&foldedText](QStringView term) { return foldedText.contains(term); });
-    };
     QStringList results;
     for (const ImportedDocument &document : tool.documents) {
         if (terms.isEmpty() || results.size() == mostResults || stop.stop_requested())
             break;
         // A file that is missing or that is no text counts as empty; its name may match all the same.
         const QString text = extractText(tool.directory + u'/' + document.filename, tool.pdf, stop).text;
-        if (holdsATerm(document.name) || holdsATerm(text))
-            results.append(result(document.name, text, query));
+        if (holdsAny(terms, document.name, stop) || holdsAny(terms, text, stop))
+            results.append(result(document.name, text, query, stop));
     }
     return results;
 }
@@ -78,7 +87,7 @@ QString DocumentSearchTool::call(const Arguments &arguments, const std::stop_tok
 {
     QStringList results;
     try {
-        results = searchIndex(*this, arguments.text);
+        results = searchIndex(*this, arguments.text, stop);
     } catch (const SearchError &error) {
         throw ModelError(error.description());
     }

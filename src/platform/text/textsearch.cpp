@@ -3,6 +3,8 @@
 
 #include "platform/text/textsearch.h"
 
+#include "platform/text/textrules.h"
+
 #include <QLocale>
 
 #include <unicode/normalizer2.h>
@@ -12,6 +14,7 @@
 #include <unicode/unistr.h>
 #include <unicode/utf16.h>
 
+#include <algorithm>
 #include <memory>
 
 namespace lumora {
@@ -78,19 +81,35 @@ QList<QStringView> words(QStringView text)
     return result;
 }
 
-qsizetype firstOccurrence(QStringView text, QStringView word)
+QStringView firstPiece(QStringView text)
+{
+    constexpr qsizetype length = 1 << 16; // milliseconds of searching
+    if (text.size() <= length)
+        return text;
+    const auto end = std::find_if(text.begin() + length, text.end(), isWhiteSpaceOrLineBreak);
+    return text.first(end - text.begin());
+}
+
+qsizetype firstOccurrence(QStringView text, QStringView word, const std::stop_token &stop)
 {
     if (text.isEmpty() || word.isEmpty())
         return -1;
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::Collator> order(caselessOrder()->clone());
-    icu::StringSearch search(icuText(word), icuText(text), dynamic_cast<icu::RuleBasedCollator *>(order.get()), nullptr,
-                             status);
-    const int32_t position = search.first(status);
-    return U_SUCCESS(status) && position != USEARCH_DONE ? position : -1;
+    QStringView piece = firstPiece(text);
+    icu::StringSearch search(icuText(word), icuText(piece), dynamic_cast<icu::RuleBasedCollator *>(order.get()),
+                             nullptr, status);
+    for (qsizetype start = 0; start < text.size() && !stop.stop_requested(); start += piece.size()) {
+        piece = firstPiece(text.sliced(start));
+        search.setText(icuText(piece), status);
+        const int32_t position = search.first(status);
+        if (U_SUCCESS(status) && position != USEARCH_DONE)
+            return start + position;
+    }
+    return -1;
 }
 
-QString caseFolded(const QString &text, const QString &localeName)
+QString caseFolded(QStringView text, const QString &localeName)
 {
     const QString name = localeName.isEmpty() ? QLocale::system().name() : localeName;
     const bool isTurkic = name.startsWith(QLatin1String("tr")) || name.startsWith(QLatin1String("az"));

@@ -58,6 +58,13 @@ void TextSearchTest::findsTheFirstOccurrence_data()
                               << "договор" << qsizetype(6);
     QTest::newRow("absent") << "lea se"
                             << "lease" << qsizetype(-1);
+    const QString ideographs(100'000, u'日');
+    QTest::newRow("far on") << QString("a ").repeated(50'000) + "lease"
+                            << "lease" << qsizetype(100'000);
+    QTest::newRow("in a long run") << ideographs + "lease x"
+                                   << "lease" << qsizetype(100'000);
+    QTest::newRow("behind a long run") << ideographs + " " + ideographs + " lease"
+                                       << "lease" << qsizetype(200'002);
     QTest::newRow("no text") << ""
                              << "lease" << qsizetype(-1);
     QTest::newRow("half a surrogate pair") << "a" + QString(QChar(0xD83D)) + "lease"
@@ -74,10 +81,10 @@ void TextSearchTest::findsTheFirstOccurrence()
 
 void TextSearchTest::foldsByTheLocale()
 {
-    QCOMPARE(caseFolded("STRASSE", "de_DE"), caseFolded("Straße", "de_DE"));
-    QCOMPARE(caseFolded("E\u0301", "en_GB"), caseFolded("é", "en_GB"));
-    QCOMPARE(caseFolded("I", "en_GB"), "i");
-    QCOMPARE(caseFolded("I", "tr_TR"), "ı");
+    QCOMPARE(caseFolded(u"STRASSE", "de_DE"), caseFolded(u"Straße", "de_DE"));
+    QCOMPARE(caseFolded(u"E\u0301", "en_GB"), caseFolded(u"é", "en_GB"));
+    QCOMPARE(caseFolded(u"I", "en_GB"), "i");
+    QCOMPARE(caseFolded(u"I", "tr_TR"), "ı");
 }
 
 QTEST_APPLESS_MAIN(TextSearchTest)
