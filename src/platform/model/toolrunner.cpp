@@ -9,9 +9,17 @@
 #include <QCoreApplication>
 #include <QtConcurrentRun>
 
+#include <exception>
+#include <new>
+
 namespace lumora {
 
 namespace {
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("LanguageModel", text);
+}
 
 // Nothing that a tool throws may leave the worker.
 ToolOutcome callTool(const std::shared_ptr<const Tool> &tool, const QByteArray &argumentsJson,
@@ -21,10 +29,17 @@ ToolOutcome callTool(const std::shared_ptr<const Tool> &tool, const QByteArray &
         return {tool->call(GeneratedContent::fromJson(argumentsJson), stop), {}};
     } catch (const ModelError &error) {
         return {std::nullopt, error.description()};
+    } catch (const std::bad_alloc &) {
+        return {std::nullopt, translated(QT_TRANSLATE_NOOP("LanguageModel",
+                                                           "The tool “%1” needs more memory than there is. Close other "
+                                                           "programs and ask again."))
+                                  .arg(tool->name())};
     } catch (const std::exception &error) {
-        return {std::nullopt, QString::fromUtf8(error.what())};
+        return {std::nullopt, translated(QT_TRANSLATE_NOOP("LanguageModel", "The tool “%1” failed (%2). Ask again."))
+                                  .arg(tool->name(), QString::fromUtf8(error.what()))};
     } catch (...) {
-        return {std::nullopt, QCoreApplication::translate("LanguageModel", "The tool “%1” failed.").arg(tool->name())};
+        return {std::nullopt,
+                translated(QT_TRANSLATE_NOOP("LanguageModel", "The tool “%1” failed. Ask again.")).arg(tool->name())};
     }
 }
 

@@ -184,9 +184,11 @@ private Q_SLOTS:
         const Action fine = [](const QString &) { return "fine"; };
         const Action modelError = [](const QString &) -> QString { throw ModelError("The index is broken."); };
         const Action standardError = [](const QString &) -> QString { throw std::runtime_error("out of ideas"); };
+        const Action badAlloc = [](const QString &) -> QString { throw std::bad_alloc(); };
         const Action anything = [](const QString &) -> QString { throw 42; };
         QTest::newRow("the tool's own error") << ask << good << modelError << u"The index is broken."_s;
         QTest::newRow("a standard error") << ask << good << standardError << u"out of ideas"_s;
+        QTest::newRow("no memory") << ask << good << badAlloc << u"Close other programs"_s;
         QTest::newRow("something else thrown") << ask << good << anything << u"“ask” failed"_s;
         QTest::newRow("argument missing") << ask << QByteArray("{}") << fine << u"lacks the property “question”"_s;
         QTest::newRow("argument of another type")
