@@ -107,6 +107,12 @@ void prepareForWriting(Database &database, const std::function<bool()> &isUnwant
     transaction.commit();
 }
 
+DatabaseError notReplaced(int systemError)
+{
+    return DatabaseError::fromErrno(
+        QT_TRANSLATE_NOOP("lumora::Search", "The search index is damaged and cannot be replaced: %1."), systemError);
+}
+
 } // namespace
 
 IndexFile::IndexFile(QString path)
@@ -189,15 +195,15 @@ void IndexFile::removeBroken(const Identity &broken) const
     // One program at a time: nobody may put another file there between the look at it and its removal.
     const QByteArray folder = QFile::encodeName(QFileInfo(m_path).path());
     const FileDescriptor lock(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    ::flock(lock.number(), LOCK_EX);
+    if (!lock.isOpen() || ::flock(lock.number(), LOCK_EX) != 0)
+        throw notReplaced(errno);
     if (identity() != broken)
         return;
     qCWarning(log, "the search index is broken, and is removed");
     // The file itself last: what lies beside it must not meet a new one.
     for (const char *ending : {"-wal", "-shm", "-journal", ""}) {
         if (::unlink((QFile::encodeName(m_path) + ending).constData()) != 0 && errno != ENOENT)
-            throw DatabaseError::fromErrno(
-                QT_TRANSLATE_NOOP("lumora::Search", "The search index is damaged and cannot be replaced: %1."), errno);
+            throw notReplaced(errno);
     }
 }
 

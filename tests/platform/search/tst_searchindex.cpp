@@ -3,6 +3,7 @@
 
 #include "platform/files/fulldisk.h"
 #include "platform/search/database.h"
+#include "platform/search/databaseerror.h"
 #include "platform/search/searchhelpers.h"
 
 #include <QFile>
@@ -289,6 +290,15 @@ void SearchIndexTest::removesNoFileThatTookThePlaceOfABrokenOne()
     QCOMPARE(failureOfAdding(m_index, "b", "cats"), QString());
     file.removeBroken(broken);
     QCOMPARE(found(m_index, "cats"), QStringList{"b"});
+
+    // A folder that cannot be locked, since it cannot be read.
+    QVERIFY(::chmod(qPrintable(m_folder->path()), 0755) == 0);
+    QVERIFY(::chmod(qPrintable(QFileInfo(m_path).path()), 0333) == 0);
+    setfsuid(nobody);
+    const auto unlocked = [&] { QVERIFY_THROWS_EXCEPTION(DatabaseError, file.removeBroken(*file.identity())); };
+    unlocked();
+    setfsuid(geteuid());
+    QVERIFY(QFile::exists(m_path));
     file.removeBroken(*file.identity());
     QVERIFY(!QFile::exists(m_path));
 }
