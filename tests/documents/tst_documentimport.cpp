@@ -45,6 +45,8 @@ private Q_SLOTS:
     void fileHasItsOutcome();
     void refusesWhatCannotBeCopied_data();
     void refusesWhatCannotBeCopied();
+    void failsWithTheIndex_data();
+    void failsWithTheIndex();
     void namesAndStoresAsGiven();
     void indexesTheBeginning_data();
     void indexesTheBeginning();
@@ -143,11 +145,48 @@ void DocumentImportTest::refusesWhatCannotBeCopied()
     QVERIFY(library->errorMessage().isNull());
 }
 
+void DocumentImportTest::failsWithTheIndex_data()
+{
+    QTest::addColumn<bool>("isFolder");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("cannot be opened") << true << "The search index cannot be opened: something else has its name.";
+    QTest::newRow("has no room left") << false << "The search index cannot be used: ";
+}
+
+void DocumentImportTest::failsWithTheIndex()
+{
+    QFETCH(bool, isFolder);
+    QFETCH(QString, message);
+    const auto library = m_fixture->open();
+    m_fixture->import(*library, m_fixture->pick("first.txt", "lease"));
+    std::optional<FullDisk> disk;
+    if (isFolder)
+        QVERIFY(QFile::rename(m_fixture->indexPath(), m_fixture->path("index")) &&
+                QDir().mkpath(m_fixture->indexPath()));
+    else
+        disk.emplace(150000); // enough for the copy, not for its words
+    const QString file = m_fixture->pick("second.txt", QByteArray("lease ").repeated(20000));
+    m_fixture->import(*library, file);
+    QVERIFY2(library->errorMessage().startsWith(notImported + message), qPrintable(library->errorMessage()));
+    QCOMPARE(library->documents().size(), 1);
+    QCOMPARE(m_fixture->open()->documents(), library->documents());
+    QCOMPARE(m_fixture->copies().size(), 2);
+
+    disk.reset();
+    if (isFolder)
+        QVERIFY(QDir().rmdir(m_fixture->indexPath()) &&
+                QFile::rename(m_fixture->path("index"), m_fixture->indexPath()));
+    QCOMPARE(m_fixture->indexed(*library, "lease").size(), 1);
+    m_fixture->import(*library, file);
+    QVERIFY(library->errorMessage().isNull());
+    QCOMPARE(m_fixture->indexed(*library, "lease").size(), 2);
+}
+
 void DocumentImportTest::namesAndStoresAsGiven()
 {
     const QString longest(218, 'e'); // with an identifier and a full stop before it, as long as a name can be
     const QStringList names{"NOTES.MD", "no extension", "two\nlines.txt", "\u202Egnp.txt",
-                            "a.b.c",    ".hidden",      "x." + longest,   QString("\u00E9").repeated(125) + "x.md"};
+                            "a.b.c",    ".hidden",      "x." + longest,   QString("\u00E9").repeated(125) + "xy.md"};
     const QStringList extensions{"md", "", "txt", "txt", "c", "hidden", longest, "md"};
     const auto library = m_fixture->open();
     for (qsizetype i = 0; i < names.size(); ++i) {
