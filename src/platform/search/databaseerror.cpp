@@ -68,6 +68,13 @@ DatabaseError DatabaseError::outOfMemory()
             translated(QT_TRANSLATE_NOOP("lumora::Search", "There is too little memory for the search index."))};
 }
 
+DatabaseError DatabaseError::noThread()
+{
+    return {Kind::other, translated(QT_TRANSLATE_NOOP("lumora::Search",
+                                                      "The search index cannot be used now: too many programs run on "
+                                                      "this computer. Close some of them and try again."))};
+}
+
 DatabaseError DatabaseError::closed()
 {
     return {Kind::other, translated(QT_TRANSLATE_NOOP("lumora::Search", "The search index was closed."))};

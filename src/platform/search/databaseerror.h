@@ -24,6 +24,8 @@ public:
     /// From an extended result code of SQLite and the errno behind it, 0 where there is none.
     static DatabaseError fromCode(int extendedCode, int systemError);
     static DatabaseError outOfMemory();
+    /// The system has no thread for the index.
+    static DatabaseError noThread();
     /// The index is about to close, so that no change is made any more.
     static DatabaseError closed();
     /// text: a message that is translated; %1 becomes the description of the errno.

@@ -8,6 +8,7 @@
 #include <QPromise>
 
 #include <memory>
+#include <system_error>
 
 namespace lumora {
 
@@ -77,10 +78,15 @@ QFuture<SearchIndex::Outcome> SearchIndex::enqueue(std::function<Outcome()> work
 {
     const auto promise = std::make_shared<QPromise<Outcome>>();
     promise->start();
-    m_worker.add([promise, work = std::move(work)] {
-        promise->addResult(work());
+    const auto finish = [promise](const Outcome &outcome) {
+        promise->addResult(outcome);
         promise->finish();
-    });
+    };
+    try {
+        m_worker.add([finish, work = std::move(work)] { finish(work()); });
+    } catch (const std::system_error &) {
+        finish(SearchFailure{DatabaseError::noThread().description()});
+    }
     return promise->future();
 }
 
@@ -119,13 +125,18 @@ void SearchIndex::tryToMake(const Change &change, IndexFile::IfMissing ifMissing
 
 void SearchIndex::removeBrokenLater(const IndexFile::Identity &broken)
 {
-    m_worker.add([this, broken] {
+    const auto remove = [this, broken] {
         try {
             m_file.removeBroken(broken);
         } catch (const DatabaseError &) {
             // A change would tell the user; who asks has nobody to tell.
         }
-    });
+    };
+    try {
+        m_worker.add(remove);
+    } catch (const std::system_error &) {
+        // Whoever asks or changes something next removes it.
+    }
 }
 
 } // namespace lumora

@@ -22,9 +22,9 @@ void WorkQueue::add(Work work)
 {
     {
         const std::lock_guard lock(m_lock);
-        m_waiting.push_back(std::move(work));
         if (!m_thread.joinable())
             m_thread = std::thread(&WorkQueue::run, this);
+        m_waiting.push_back(std::move(work));
     }
     m_hasNews.notify_one();
 }

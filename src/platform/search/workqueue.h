@@ -23,7 +23,7 @@ public:
     /// Waits until all work is done.
     ~WorkQueue();
 
-    /// Any thread. The work must not throw.
+    /// Any thread. The work must not throw. Throws std::system_error where no thread can be had for it.
     void add(Work work);
 
 private:

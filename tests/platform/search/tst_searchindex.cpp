@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <pthread.h>
 #include <sys/fsuid.h>
 #include <sys/stat.h>
 
@@ -35,6 +36,7 @@ private Q_SLOTS:
     void replacesBrokenFiles();
     void saysWhyItCannotBeUsed_data();
     void saysWhyItCannotBeUsed();
+    void hasNoThread();
     void keepsWhatItHasWhenTheDiskIsFull();
     void findsItsWordsAnewWhenTheirRulesChange();
     void stopsFindingItsWordsAnew_data();
@@ -228,6 +230,21 @@ void SearchIndexTest::saysWhyItCannotBeUsed()
     ::chmod(qPrintable(QFileInfo(m_path).path()), 0700);
     QCOMPARE(written, writing);
     QCOMPARE(read, reading);
+}
+
+void SearchIndexTest::hasNoThread()
+{
+    pthread_attr_t usual;
+    QCOMPARE(pthread_getattr_default_np(&usual), 0);
+    pthread_attr_t huge = usual;
+    QCOMPARE(pthread_attr_setstacksize(&huge, size_t(1) << 47), 0); // which no system has room for
+    QCOMPARE(pthread_setattr_default_np(&huge), 0);
+    const auto deletion = m_index->deleteSearchableItems({"a"});
+    const QString failure = failureOfAdding(m_index, "a", "cats");
+    QCOMPARE(pthread_setattr_default_np(&usual), 0);
+    QVERIFY2(failure.endsWith("Close some of them and try again."), qPrintable(failure));
+    QCOMPARE(failureOf(deletion), failure);
+    QCOMPARE(failureOfAdding(m_index, "a", "cats"), QString());
 }
 
 void SearchIndexTest::keepsWhatItHasWhenTheDiskIsFull()
