@@ -8,7 +8,10 @@
 #include "platform/text/graphemes.h"
 #include "platform/text/textrules.h"
 
+#include <QCoreApplication>
 #include <QFile>
+
+#include <new>
 
 namespace lumora {
 
@@ -22,6 +25,18 @@ constexpr qsizetype descriptionLength = 600;
 } // namespace
 
 DocumentImport::Outcome DocumentImport::run() const
+{
+    try {
+        return copyAndIndex();
+    } catch (const std::bad_alloc &) {
+        return {Result::failed,
+                {QCoreApplication::translate("lumora::Documents",
+                                             "There is too little memory to read the document. Close other programs "
+                                             "and add it again.")}};
+    }
+}
+
+DocumentImport::Outcome DocumentImport::copyAndIndex() const
 {
     const QString copy = folder + u'/' + document.filename;
     if (isTooLarge(picked, pdf)) // copying it first could fill the disk

@@ -42,6 +42,7 @@ struct DocumentImport
     Outcome run() const;
 
 private:
+    Outcome copyAndIndex() const;
     Outcome indexCopy(const QString &copy) const;
 };
 
