@@ -123,8 +123,12 @@ void DocumentSearchToolTest::readsTheFilesWhereTheIndexKnowsNothing()
 
 void DocumentSearchToolTest::skipsWhatIsNoLongerThere()
 {
+    // As where its deletion failed.
     addItem(identifierText(QUuid::createUuid()), "Removed", "No pets.");
     QCOMPARE(call("pets"), nothingFound);
+    addFile("unused", "");
+    addItem(identifierText(m_tool.documents.last().id), "Lease", "Pets are welcome in the whole house.");
+    QCOMPARE(call("pets"), "Document: Lease\nExcerpt: Pets are welcome in the whole house.");
 }
 
 void DocumentSearchToolTest::failsWithTheIndex()
