@@ -85,7 +85,8 @@ LumoraWindow::LumoraWindow(int messages)
         m_chats.push_back(chat.id);
     // The store saves the chat that is left, which is measured elsewhere.
     QObject::connect(m_store.get(), &ChatStore::selectedIDChanged, m_store.get(), [this] { beginFrame(); });
-    m_window = std::make_unique<MainWindow>(m_store.get());
+    m_window = std::make_unique<MainWindow>();
+    m_window->setStore(m_store.get());
     window()->resize(windowSize);
     m_list = itemOfType(window()->contentItem(), "MessageList");
 }

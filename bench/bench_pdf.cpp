@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// The text of a PDF of 200 pages, against the command that a person would use.
+// The text of a PDF of 200 pages, and its import into the library, against the command that a person would use and an
+// insert of its text into the index.
 
+#include "documents/documentimport.h"
 #include "platform/pdf/pdftextreader.h"
 #include "platform/pdf/pdfwriter.h"
 
@@ -14,6 +16,7 @@
 
 #include <array>
 #include <cstdio>
+#include <memory>
 
 using namespace lumora;
 
@@ -72,6 +75,32 @@ QString textByCommand()
     return output && ::pclose(output) == 0 ? QString::fromUtf8(bytes) : QString();
 }
 
+bool import(const QString &folder, const std::shared_ptr<SearchIndex> &index)
+{
+    const DocumentImport import{.picked = sampleFile(),
+                                .folder = folder,
+                                .document = {.name = "sample.pdf", .filename = "sample.pdf"},
+                                .pdf = {.helper = QStringLiteral(PDF_HELPER)},
+                                .index = index};
+    const bool isImported = import.run().result == DocumentImport::Result::imported;
+    return QFile::remove(folder + "/sample.pdf") && isImported;
+}
+
+bool insertByCommand(const QString &, const std::shared_ptr<SearchIndex> &index)
+{
+    return !index->indexSearchableItems({searchableItem({.name = "sample.pdf"}, {}, textByCommand())}).result();
+}
+
+void measureImport(benchmark::State &state, bool (*import)(const QString &, const std::shared_ptr<SearchIndex> &))
+{
+    const QTemporaryDir folder("bench-XXXXXX"); // a real disk's
+    const auto index = std::make_shared<SearchIndex>(folder.filePath("index"));
+    for (auto _ : state) {
+        if (!import(folder.filePath("documents"), index))
+            state.SkipWithError("not imported");
+    }
+}
+
 void measure(benchmark::State &state, QString (*text)())
 {
     static const QString expected = textByCommand().simplified();
@@ -95,6 +124,18 @@ void pdftotextCommand(benchmark::State &state)
     measure(state, textByCommand);
 }
 BENCHMARK(pdftotextCommand)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void pdfImport(benchmark::State &state)
+{
+    measureImport(state, import);
+}
+BENCHMARK(pdfImport)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void pdftotextAndInsert(benchmark::State &state)
+{
+    measureImport(state, insertByCommand);
+}
+BENCHMARK(pdftotextAndInsert)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 

@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// A question to the index of a large and of a small library, against plain FTS5 with the same words and rows.
+// A question to the index of a large and of a small library, against plain FTS5 with the same words and rows, and
+// against reading the documents themselves, as is done where the index knows nothing.
 
+#include "features/documentsearchtool.h"
 #include "platform/search/userquery.h"
 
 #include <QFile>
@@ -46,6 +48,12 @@ QString word(int place)
     return text;
 }
 
+/// A word that only this document has.
+QString mark(int number)
+{
+    return QStringLiteral("mark%1").arg(number);
+}
+
 /// Words are as frequent as in prose: the n-th most frequent one is there an n-th as often as the first.
 class Prose
 {
@@ -66,6 +74,7 @@ public:
         item.textContent.reserve(documentSize + 32);
         while (item.textContent.size() < documentSize)
             item.textContent += next() + (m_random.bounded(10) == 0 ? QStringLiteral(". ") : QStringLiteral(" "));
+        item.textContent += mark(number);
         item.contentDescription = item.textContent.first(600);
         return item;
     }
@@ -188,6 +197,31 @@ struct Library
     PlainIndex plain{folder.filePath(QStringLiteral("plain"))};
 };
 
+/// The stored copies of the large library, and an index that has none of them.
+class StoredDocuments
+{
+public:
+    StoredDocuments()
+    {
+        Prose prose;
+        for (int number = 0; number < largeLibrary; ++number) {
+            const SearchableItem item = prose.document(number);
+            const QString name = QString::number(number) + QStringLiteral(".txt");
+            QFile file(m_folder.filePath(name));
+            require(file.open(QIODevice::WriteOnly) && file.write(item.textContent.toUtf8()) > 0);
+            m_tool.documents.append({.name = item.title, .filename = name});
+        }
+        m_tool.directory = m_folder.path();
+        m_tool.index = std::make_shared<SearchIndex>(m_folder.filePath(QStringLiteral("index")));
+    }
+
+    QString search(const QString &phrase) const { return m_tool.call({phrase}, {}); }
+
+private:
+    QTemporaryDir m_folder{QStringLiteral("bench-XXXXXX")};
+    DocumentSearchTool m_tool;
+};
+
 Library &large()
 {
     static Library library(largeLibrary);
@@ -253,6 +287,26 @@ void plainRareQuestion(benchmark::State &state)
     askPlainly(state, large(), rareWords);
 }
 BENCHMARK(plainRareQuestion)->Unit(benchmark::kMillisecond);
+
+void markInIndex(benchmark::State &state)
+{
+    const UserQueryContext context{{QStringLiteral("title"), QStringLiteral("textContent")}, wantedResults};
+    for (auto _ : state) {
+        if (!UserQuery(large().ours, mark(largeLibrary - 1), context).next())
+            state.SkipWithError("not found");
+    }
+}
+BENCHMARK(markInIndex)->Unit(benchmark::kMillisecond);
+
+void markByReading(benchmark::State &state)
+{
+    static const StoredDocuments documents;
+    for (auto _ : state) {
+        if (!documents.search(mark(largeLibrary - 1)).startsWith(QStringLiteral("Document: ")))
+            state.SkipWithError("not found");
+    }
+}
+BENCHMARK(markByReading)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QQuickWindow>
 #include <QTimer>
+#include <QVariant>
 
 #include <chrono>
 #include <cstdio>
@@ -31,6 +32,11 @@ long long ownMemory(const char *name)
     return 0;
 }
 
+long long nanoseconds()
+{
+    return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
 class FirstFrame : public QObject
 {
 public:
@@ -39,25 +45,32 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         auto *window = event->type() == QEvent::Show ? qobject_cast<QQuickWindow *>(watched) : nullptr;
-        if (window && !m_isFound) {
-            m_isFound = true;
-            connect(window, &QQuickWindow::frameSwapped, this, &FirstFrame::report, Qt::SingleShotConnection);
+        if (window && !m_window) {
+            m_window = window;
+            connect(window, &QQuickWindow::frameSwapped, this, &FirstFrame::takeFrame);
         }
         return QObject::eventFilter(watched, event);
     }
 
 private:
-    void report()
+    void takeFrame()
     {
-        const auto now = std::chrono::steady_clock::now().time_since_epoch();
-        QTimer::singleShot(1s, this, [now] {
-            std::printf("%lld %lld %lld\n", static_cast<long long>(std::chrono::nanoseconds(now).count()),
-                        ownMemory("Rss:"), ownMemory("Pss:"));
+        if (m_first == 0)
+            m_first = nanoseconds();
+        const QVariant store = m_window->property("store");
+        const bool isFilled = !store.isValid() || store.value<QObject *>();
+        if (!isFilled || m_isFilled)
+            return;
+        m_isFilled = true;
+        QTimer::singleShot(1s, this, [this, filled = nanoseconds()] {
+            std::printf("%lld %lld %lld %lld\n", m_first, filled, ownMemory("Rss:"), ownMemory("Pss:"));
             QCoreApplication::quit();
         });
     }
 
-    bool m_isFound = false;
+    QQuickWindow *m_window = nullptr;
+    long long m_first = 0;
+    bool m_isFilled = false;
 };
 
 } // namespace

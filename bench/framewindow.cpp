@@ -35,7 +35,7 @@ std::vector<Conversation> framedChats(int messages)
 {
     std::vector<Conversation> chats{sampleConversation(messages, 1000, 1), sampleConversation(messages, 1000, 2)};
     for (Conversation &chat : chats) {
-        for (ChatMessage &message : chat.messages)
+        for (ChatMessage &message : chat.messages.all())
             message.card.reset();
     }
     return chats;

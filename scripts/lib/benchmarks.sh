@@ -42,6 +42,14 @@ measure_replies() {
         fail "llama-bench failed."
 }
 
+# measure_window RESULTS: its start on a display of its own, and its frames. A desktop's settings do not count.
+measure_window() {
+    env -u DBUS_SESSION_BUS_ADDRESS -u WAYLAND_DISPLAY tests/ui/withdisplay.sh "$bench_build/bench/bench_start" \
+        >"$1/start.json" 2>/dev/null || fail "bench_start failed."
+    env -u DBUS_SESSION_BUS_ADDRESS QT_QPA_PLATFORM=offscreen "$bench_build/bench/bench_frames" \
+        >"$1/frames.json" 2>/dev/null || fail "bench_frames failed."
+}
+
 # As many threads as the model service takes.
 physical_cores() { cat /sys/devices/system/cpu/cpu*/topology/thread_siblings_list | sort -u | wc -l; }
 
@@ -50,5 +58,6 @@ print_table() {
     jq -rn --slurpfile history "$1/bench_history.json" --slurpfile store "$1/bench_store.json" \
         --slurpfile pdf "$1/bench_pdf.json" --slurpfile vision "$1/bench_vision.json" \
         --slurpfile search "$1/bench_search.json" \
-        --slurpfile reply "$1/reply.json" --slurpfile llama "$1/llama.json" -f scripts/lib/table.jq
+        --slurpfile reply "$1/reply.json" --slurpfile llama "$1/llama.json" \
+        --slurpfile start "$1/start.json" --slurpfile frames "$1/frames.json" -f scripts/lib/table.jq
 }

@@ -8,24 +8,47 @@
 
 #include <QQmlExtensionPlugin>
 #include <QQuickWindow>
+#include <QTimer>
+
+#include <chrono>
 
 Q_IMPORT_QML_PLUGIN(org_lumora_uiPlugin)
 
 namespace lumora {
 
-MainWindow::MainWindow(ChatStore *store, const std::optional<QString> &stateFile)
+using namespace std::chrono_literals;
+
+MainWindow::MainWindow(const std::optional<QString> &stateFile)
 {
     if (stateFile)
         m_memory.emplace(*stateFile);
-    QVariantMap properties = m_memory ? m_memory->remembered() : QVariantMap();
-    properties.insert(QStringLiteral("store"), QVariant::fromValue(store));
     AccessibleButton::install();
     m_engine.setNetworkAccessManagerFactory(&m_network);
     m_engine.addImportPath(QStringLiteral(":/qt/qml"));
-    m_engine.setInitialProperties(properties);
+    if (m_memory)
+        m_engine.setInitialProperties(m_memory->remembered());
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/org/lumora/ui/Main.qml")));
     if (m_memory && window())
         m_memory->watch(window());
+}
+
+void MainWindow::setStore(ChatStore *store) const
+{
+    window()->setProperty("store", QVariant::fromValue(store));
+}
+
+void MainWindow::whenShown(const std::function<void()> &then) const
+{
+    constexpr auto patience = 500ms;
+    auto *wait = new QTimer(window()); // which is what ends the wait, in any case
+    wait->setSingleShot(true);
+    wait->start(patience);
+    QObject::connect(
+        window(), &QQuickWindow::frameSwapped, wait, [wait] { wait->start(0); }, Qt::SingleShotConnection);
+    QObject::connect(wait, &QTimer::timeout, window(), [wait, then] {
+        wait->deleteLater();
+        then();
+    });
 }
 
 QQuickWindow *MainWindow::window() const

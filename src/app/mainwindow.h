@@ -8,6 +8,7 @@
 
 #include <QQmlApplicationEngine>
 
+#include <functional>
 #include <optional>
 
 class QQuickWindow;
@@ -20,8 +21,14 @@ class ChatStore;
 class MainWindow
 {
 public:
-    /// Shows the window. store must outlive it. stateFile: where its size is kept; none: it is not.
-    explicit MainWindow(ChatStore *store, const std::optional<QString> &stateFile = {});
+    /// Shows the window, empty as yet. stateFile: where its size is kept; none: it is not.
+    explicit MainWindow(const std::optional<QString> &stateFile = {});
+
+    /// Fills it, once. The store must outlive it.
+    void setStore(ChatStore *store) const;
+
+    /// Calls then once the window is on the screen; after a moment also where nobody sees it.
+    void whenShown(const std::function<void()> &then) const;
 
     /// Null where the views could not be loaded; that is a fault of the build, and has been logged.
     QQuickWindow *window() const;

@@ -18,6 +18,7 @@
 #include <QTextStream>
 
 #include <cstdlib>
+#include <optional>
 
 namespace lumora {
 
@@ -29,17 +30,22 @@ void say(const QString &line)
 }
 
 int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString> &applicationSupport,
-              SingleInstance *instance)
+              const SingleInstance *instance)
 {
-    const QString programFolder = QCoreApplication::applicationDirPath();
-    ChatStore store(SystemLanguageModel(std::move(service)), applicationSupport,
-                    PdfTextReader{.helper = installedPdfHelper(programFolder)},
-                    ImageReader{.helper = installedImageReader(programFolder)});
-    MainWindow window(&store, windowStateFile());
+    std::optional<ChatStore> store;
+    const MainWindow window(windowStateFile());
     if (!window.window())
         return EXIT_FAILURE;
+    // A long history takes longer to read than a window to appear.
+    window.whenShown([&] {
+        const QString programFolder = QCoreApplication::applicationDirPath();
+        store.emplace(SystemLanguageModel(std::move(service)), applicationSupport,
+                      PdfTextReader{.helper = installedPdfHelper(programFolder)},
+                      ImageReader{.helper = installedImageReader(programFolder)});
+        window.setStore(&*store);
+    });
     if (instance)
-        QObject::connect(instance, &SingleInstance::raiseRequested, &store, [&window] { window.raise(); });
+        QObject::connect(instance, &SingleInstance::raiseRequested, instance, [&window] { window.raise(); });
     return QGuiApplication::exec();
 }
 

@@ -69,7 +69,7 @@ QStringList fittingLines(BackwardWalk earlier, qint64 budget)
 
 QString assemblePrompt(const Conversation &conversation, const QUuid &excluding, qint64 budget)
 {
-    BackwardWalk messages(conversation.messages, excluding);
+    BackwardWalk messages(conversation.messages.all(), excluding);
     const ChatMessage *latest = messages.next();
     if (!latest)
         return {};

@@ -57,7 +57,7 @@ std::optional<QString> ChatStore::latestImageURL(const QUuid &conversationID) co
     const Conversation *conversation = m_conversations.find(conversationID);
     if (!conversation)
         return std::nullopt;
-    for (const ChatMessage &message : conversation->messages | std::views::reverse) {
+    for (const ChatMessage &message : conversation->messages.all() | std::views::reverse) {
         if (!message.imageFilename)
             continue;
         if (std::optional<QString> url = imageURL(*message.imageFilename))

@@ -16,6 +16,21 @@
 
 namespace lumora {
 
+namespace {
+
+/// What a chat of the history file should not have, or not any more.
+void mend(Conversation &conversation)
+{
+    std::vector<ChatMessage> &messages = conversation.messages.all();
+    std::erase_if(messages, &ChatMessage::isEmptyReply);
+    for (ChatMessage &message : messages) {
+        if (message.role == ChatMessage::Role::assistant)
+            message.text = cleanReplyText(message.text);
+    }
+}
+
+} // namespace
+
 ChatStore::ChatStore(SystemLanguageModel model, std::optional<QString> applicationSupport, PdfTextReader pdf,
                      ImageReader images, QObject *parent)
     : QObject(parent)
@@ -156,17 +171,15 @@ void ChatStore::load()
     std::optional<QByteArray> bytes = readWholeFile(*path);
     if (!bytes)
         return;
-    std::optional<std::vector<Conversation>> loaded = decodeConversations(std::move(*bytes));
+    std::optional<std::vector<Conversation>> loaded =
+        decodeConversations(std::move(*bytes), [](Conversation &conversation) {
+            mend(conversation);
+            conversation.messages
+                .pack(); // at once, so that a long history never takes the memory that it would unpacked
+        });
     if (!loaded)
         return;
     m_historyFile = HistoryFile::ours;
-    for (Conversation &conversation : *loaded) {
-        std::erase_if(conversation.messages, &ChatMessage::isEmptyReply);
-        for (ChatMessage &message : conversation.messages) {
-            if (message.role == ChatMessage::Role::assistant)
-                message.text = cleanReplyText(message.text);
-        }
-    }
     std::ranges::stable_sort(*loaded, std::greater(), &Conversation::updatedAt);
     m_conversations.reset(std::move(*loaded));
 }

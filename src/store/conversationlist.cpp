@@ -50,7 +50,7 @@ void ConversationList::removeAt(qsizetype row)
 
 std::optional<qsizetype> messageRow(const Conversation &conversation, const QUuid &id)
 {
-    const std::vector<ChatMessage> &messages = conversation.messages;
+    const std::vector<ChatMessage> &messages = conversation.messages.all();
     if (!messages.empty() && messages.back().id == id)
         return qsizetype(messages.size()) - 1;
     const auto found = std::ranges::find(messages, id, &ChatMessage::id);

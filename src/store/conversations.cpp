@@ -18,7 +18,7 @@ constexpr qsizetype titleLength = 48; // characters
 void ChatStore::newConversation()
 {
     stopGenerating();
-    const auto empty = std::ranges::find_if(conversations(), &std::vector<ChatMessage>::empty, &Conversation::messages);
+    const auto empty = std::ranges::find_if(conversations(), &Messages::empty, &Conversation::messages);
     if (empty != conversations().end()) {
         startComposing(empty->id);
         return;
@@ -86,7 +86,7 @@ void ChatStore::appendMessage(ChatMessage message, const QUuid &conversationID)
 
 void ChatStore::removeMessage(const QUuid &conversationID, qsizetype row)
 {
-    std::vector<ChatMessage> &messages = m_conversations.find(conversationID)->messages;
+    std::vector<ChatMessage> &messages = m_conversations.find(conversationID)->messages.all();
     messages.erase(messages.begin() + row);
     Q_EMIT messageRemoved(conversationID, row);
 }

@@ -81,6 +81,14 @@ void encode(JsonWriter &json, const ChatMessage &message)
     json.endObject();
 }
 
+void encode(JsonWriter &json, const std::vector<ChatMessage> &messages)
+{
+    json.startArray();
+    for (const ChatMessage &message : messages)
+        encode(json, message);
+    json.endArray();
+}
+
 void encode(JsonWriter &json, const Conversation &conversation)
 {
     json.startObject();
@@ -89,10 +97,10 @@ void encode(JsonWriter &json, const Conversation &conversation)
     json.key("title");
     json.text(conversation.title);
     json.key("messages");
-    json.startArray();
-    for (const ChatMessage &message : conversation.messages)
-        encode(json, message);
-    json.endArray();
+    if (const QByteArray packed = conversation.messages.packedJson(); !packed.isNull())
+        json.array(packed);
+    else
+        encode(json, conversation.messages.all());
     json.key("updatedAt");
     json.number(conversation.updatedAt.secondsSinceReference);
     json.endObject();
@@ -156,19 +164,23 @@ ChatMessage decodeMessage(JsonValue object)
     return message;
 }
 
+std::vector<ChatMessage> decodeMessages(JsonValue array)
+{
+    std::vector<ChatMessage> messages;
+    messages.reserve(size_t(array.size()));
+    for (qsizetype i = 0; i < array.size(); ++i)
+        messages.push_back(decodeMessage(array.at(i)));
+    return messages;
+}
+
 Conversation decodeConversation(JsonValue object)
 {
-    Conversation conversation{
+    return {
         .id = object.member("id").identifier(),
         .title = object.member("title").text(),
-        .messages = {},
+        .messages = decodeMessages(object.member("messages")),
         .updatedAt = {object.member("updatedAt").number()},
     };
-    const JsonValue messages = object.member("messages");
-    conversation.messages.reserve(size_t(messages.size()));
-    for (qsizetype i = 0; i < messages.size(); ++i)
-        conversation.messages.push_back(decodeMessage(messages.at(i)));
-    return conversation;
 }
 
 } // namespace
@@ -190,19 +202,37 @@ QByteArray encodeConversations(const std::vector<Conversation> &conversations)
     return bytes;
 }
 
-std::optional<std::vector<Conversation>> decodeConversations(QByteArray bytes)
+std::optional<std::vector<Conversation>> decodeConversations(QByteArray bytes, const ChatFound &found)
 {
     try {
         const JsonDocument json(std::move(bytes));
         const JsonValue list = json.root();
         std::vector<Conversation> conversations;
         conversations.reserve(size_t(list.size()));
-        for (qsizetype i = 0; i < list.size(); ++i)
+        for (qsizetype i = 0; i < list.size(); ++i) {
             conversations.push_back(decodeConversation(list.at(i)));
+            if (found)
+                found(conversations.back());
+        }
         return conversations;
     } catch (const JsonError &) {
         return std::nullopt;
     }
+}
+
+QByteArray encodeMessages(const std::vector<ChatMessage> &messages)
+{
+    QByteArray bytes;
+    JsonWriter json([&bytes](QByteArrayView piece) { bytes.append(piece); });
+    encode(json, messages);
+    json.finish();
+    return bytes;
+}
+
+std::vector<ChatMessage> decodeMessages(QByteArray bytes)
+{
+    const JsonDocument json(std::move(bytes));
+    return decodeMessages(json.root());
 }
 
 } // namespace lumora

@@ -8,6 +8,7 @@
 
 #include <QByteArray>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -22,6 +23,13 @@ QByteArray encodeConversations(const std::vector<Conversation> &conversations);
 
 /// Keys may come in any order, a null counts as a missing key, unknown keys are passed over. All or nothing: no value
 /// where any part of the bytes breaks the rules of the file.
-std::optional<std::vector<Conversation>> decodeConversations(QByteArray bytes);
+/// found: is given each chat as soon as it is read, to change it as it likes.
+using ChatFound = std::function<void(Conversation &)>;
+std::optional<std::vector<Conversation>> decodeConversations(QByteArray bytes, const ChatFound &found = {});
+
+// The array of a chat's messages in that file.
+QByteArray encodeMessages(const std::vector<ChatMessage> &messages);
+/// Throws JsonError for what encodeMessages() would not write.
+std::vector<ChatMessage> decodeMessages(QByteArray bytes);
 
 } // namespace lumora

@@ -9,9 +9,12 @@ namespace lumora {
 
 QString cleanReplyText(const QString &text)
 {
-    QString withoutMarkers = text;
-    withoutMarkers.remove(QLatin1String("<start_of_turn>model"));
-    return trimmed(withoutMarkers).toString();
+    constexpr QLatin1String marker("<start_of_turn>model");
+    QString clean = text;
+    if (clean.contains(marker))
+        clean.remove(marker);
+    const QStringView rest = trimmed(clean);
+    return rest.size() == clean.size() ? clean : rest.toString();
 }
 
 } // namespace lumora

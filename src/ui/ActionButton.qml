@@ -12,8 +12,8 @@ BaseButton {
     readonly property color ink: highlighted && enabled ? Theme.accentText : enabled ? Theme.text : Theme.tertiaryText
 
     implicitHeight: 32
-    leftPadding: 14
-    rightPadding: 14
+    leftPadding: Theme.panelPadding
+    rightPadding: Theme.panelPadding
 
     background: Rectangle {
         color: !button.enabled ? Theme.fill : button.highlighted ? Theme.accent : button.down ? Theme.pressedFill : button.hovered ? Theme.hoverFill : Theme.fill
@@ -30,7 +30,7 @@ BaseButton {
         color: button.ink
         font.pixelSize: Theme.rowSize
         font.weight: Font.DemiBold
-        spacing: 8
+        spacing: Theme.rowSpacing
         symbol: button.symbol
         symbolColor: button.ink
         text: button.text

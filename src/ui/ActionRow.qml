@@ -13,7 +13,7 @@ RowLayout {
 
     signal imageRequested
 
-    spacing: 8
+    spacing: Theme.rowSpacing
 
     IconButton {
         Layout.leftMargin: -6

@@ -11,17 +11,17 @@ Rectangle {
     required property answerCard card
 
     color: Theme.fill
-    implicitHeight: column.implicitHeight + 28
+    implicitHeight: column.implicitHeight + 2 * Theme.panelPadding
     radius: Theme.cardRadius
 
     Column {
         id: column
 
         anchors.left: parent.left
-        anchors.margins: 14
+        anchors.margins: Theme.panelPadding
         anchors.right: parent.right
         anchors.top: parent.top
-        spacing: 10
+        spacing: Theme.groupSpacing
 
         PlainText {
             Accessible.role: Accessible.Heading

@@ -12,19 +12,19 @@ Rectangle {
     required property ChatStore store
 
     color: Theme.warningGround
-    implicitHeight: column.implicitHeight + 24
+    implicitHeight: column.implicitHeight + 2 * Theme.edgePadding
 
     ColumnLayout {
         id: column
 
         anchors.left: parent.left
-        anchors.margins: 12
+        anchors.margins: Theme.edgePadding
         anchors.right: parent.right
         anchors.top: parent.top
-        spacing: 8
+        spacing: Theme.rowSpacing
 
         RowLayout {
-            spacing: 9
+            spacing: Theme.bannerSpacing
 
             Spinner {
                 Layout.alignment: Qt.AlignTop

@@ -14,7 +14,7 @@ Column {
     required property url symbol
     property bool isDirectional: false
 
-    spacing: 10
+    spacing: Theme.groupSpacing
     visible: lines.length > 0
 
     PlainText {
@@ -33,7 +33,7 @@ Column {
 
             font.pixelSize: Theme.bodySize
             lineHeight: 1.2
-            spacing: 8
+            spacing: Theme.rowSpacing
             isDirectional: section.isDirectional
             symbol: section.symbol
             symbolColor: Theme.accentSymbol

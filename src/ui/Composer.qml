@@ -17,7 +17,7 @@ FocusScope {
         editor.focusText();
     }
 
-    implicitHeight: column.implicitHeight + 28
+    implicitHeight: column.implicitHeight + 2 * Theme.panelPadding
 
     Rectangle {
         anchors.fill: parent
@@ -27,10 +27,10 @@ FocusScope {
         id: column
 
         anchors.left: parent.left
-        anchors.margins: 14
+        anchors.margins: Theme.panelPadding
         anchors.right: parent.right
         anchors.top: parent.top
-        spacing: 8
+        spacing: Theme.rowSpacing
 
         ModeRow {
             Layout.fillWidth: true

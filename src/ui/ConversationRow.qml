@@ -30,8 +30,8 @@ T.ItemDelegate {
     background: Item {
         Rectangle {
             anchors.fill: parent
-            anchors.leftMargin: 8
-            anchors.rightMargin: 8
+            anchors.leftMargin: Theme.rowSpacing
+            anchors.rightMargin: Theme.rowSpacing
             color: row.isSelected ? Theme.selectedRow : row.down ? Theme.pressedFill : row.hovered ? Theme.fill : "transparent"
             radius: Theme.rowRadius
 
@@ -45,7 +45,7 @@ T.ItemDelegate {
     contentItem: SymbolLabel {
         Accessible.ignored: true
         font.pixelSize: Theme.rowSize
-        spacing: 10
+        spacing: Theme.groupSpacing
         symbol: Symbols.bubble
         text: row.title
     }

@@ -12,8 +12,8 @@ T.MenuItem {
     Accessible.role: Accessible.MenuItem
     implicitHeight: 28
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    leftPadding: 8
-    rightPadding: 8
+    leftPadding: Theme.rowSpacing
+    rightPadding: Theme.rowSpacing
 
     Accessible.onPressAction: {
         item.triggered();

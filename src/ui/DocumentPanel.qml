@@ -25,17 +25,17 @@ Item {
             addButton.forceActiveFocus();
     }
 
-    implicitHeight: column.implicitHeight + 20
+    implicitHeight: column.implicitHeight + 2 * Theme.groupSpacing
 
     ColumnLayout {
         id: column
 
         anchors.left: parent.left
-        anchors.leftMargin: 14
+        anchors.leftMargin: Theme.panelPadding
         anchors.right: parent.right
-        anchors.rightMargin: 14
+        anchors.rightMargin: Theme.panelPadding
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 7
+        spacing: Theme.panelSpacing
 
         RowLayout {
             SectionHeading {
@@ -71,7 +71,7 @@ Item {
             model: DocumentListModel {
                 library: panel.library
             }
-            spacing: 7
+            spacing: Theme.panelSpacing
             visible: count > 0
 
             delegate: DocumentRow {

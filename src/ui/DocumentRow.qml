@@ -19,7 +19,7 @@ FocusScope {
 
     RowLayout {
         anchors.fill: parent
-        spacing: 4
+        spacing: Theme.lineSpacing
 
         SymbolLabel {
             Accessible.ignored: true

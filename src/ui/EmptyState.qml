@@ -8,7 +8,7 @@ import org.lumora.ui
 Item {
     Column {
         anchors.centerIn: parent
-        spacing: 14
+        spacing: Theme.panelPadding
         width: Math.min(parent.width - 60, 430)
 
         Icon {

@@ -12,16 +12,16 @@ Rectangle {
     required property string message
 
     color: Theme.failureGround
-    implicitHeight: row.implicitHeight + 24
+    implicitHeight: row.implicitHeight + 2 * Theme.edgePadding
 
     RowLayout {
         id: row
 
         anchors.left: parent.left
-        anchors.margins: 12
+        anchors.margins: Theme.edgePadding
         anchors.right: parent.right
         anchors.top: parent.top
-        spacing: 9
+        spacing: Theme.bannerSpacing
 
         Icon {
             Layout.alignment: Qt.AlignTop

@@ -13,9 +13,9 @@ T.ToolTip {
     delay: 700
     implicitHeight: contentHeight + topPadding + bottomPadding
     implicitWidth: Math.min(contentWidth + leftPadding + rightPadding, 320)
-    leftPadding: 8
+    leftPadding: Theme.rowSpacing
     margins: 6
-    rightPadding: 8
+    rightPadding: Theme.rowSpacing
     timeout: 12000
     topPadding: 5
     x: Math.round((parent.width - implicitWidth) / 2)

@@ -23,7 +23,7 @@ Item {
         anchors.fill: parent
         box: Qt.size(260, 170)
         path: view.path
-        radius: 9
+        radius: Theme.imageRadius
         visible: !isUnavailable
     }
     SymbolLabel {

@@ -35,7 +35,7 @@ ListView {
     Accessible.role: Accessible.List
     Keys.forwardTo: [navigation]
     activeFocusOnTab: true
-    bottomMargin: 24
+    bottomMargin: Theme.listPadding
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     currentIndex: -1
@@ -43,8 +43,8 @@ ListView {
     keyNavigationEnabled: false
     model: messages
     reuseItems: true
-    spacing: 20
-    topMargin: 24
+    spacing: Theme.sectionSpacing
+    topMargin: Theme.listPadding
 
     ScrollBar.vertical: ThinScrollBar {
         onPressedChanged: list.isFollowing = false

@@ -17,7 +17,7 @@ Column {
     required property string tokenLine
     required property string imagePath
 
-    spacing: 6
+    spacing: Theme.partSpacing
 
     LazyPart {
         isNeeded: parts.isWaiting

@@ -20,7 +20,8 @@ Item {
     property alias text: textView.content
     property alias isGrowing: textView.isGrowing
     readonly property bool isWaiting: textView.isEmpty && !hasCard
-    readonly property real columnWidth: Math.min(width, 740) - 48
+    readonly property real columnWidth: Math.min(width, 740) - 2 * Theme.listPadding
+    readonly property real bodyInset: 24 + Theme.edgePadding // beyond the avatar's box
     readonly property real start: Math.round((width - columnWidth) / 2)
 
     /// What only screen readers hear as a whole.
@@ -36,7 +37,7 @@ Item {
     Accessible.name: said === "" ? author.text : qsTr("%1: %2").arg(author.text).arg(said)
     Accessible.role: Accessible.ListItem
     ListView.onPooled: deselect()
-    implicitHeight: Math.max(avatar.height, author.height + (!textView.isEmpty ? textView.height + 6 : 0) + (parts.height > 0 ? parts.height + 6 : 0))
+    implicitHeight: Math.max(avatar.height, author.height + (!textView.isEmpty ? textView.height + Theme.partSpacing : 0) + (parts.height > 0 ? parts.height + Theme.partSpacing : 0))
 
     FocusRing {
         anchors.bottomMargin: -8
@@ -62,15 +63,15 @@ Item {
         font.bold: true
         font.pixelSize: Theme.captionSize
         text: row.isReply ? qsTr("Apple Foundation Model") : qsTr("You")
-        x: row.start + (Theme.isMirrored ? row.columnWidth - 36 - width : 36)
+        x: row.start + (Theme.isMirrored ? row.columnWidth - row.bodyInset - width : row.bodyInset)
     }
     MessageTextView {
         id: textView
 
         visible: !textView.isEmpty
-        width: row.columnWidth - 36
-        x: row.start + (Theme.isMirrored ? 0 : 36)
-        y: author.height + 6
+        width: row.columnWidth - row.bodyInset
+        x: row.start + (Theme.isMirrored ? 0 : row.bodyInset)
+        y: author.height + Theme.partSpacing
 
         // What is being read or selected stays, wherever the list is scrolled to.
         onActiveFocusChanged: if (activeFocus)
@@ -88,6 +89,6 @@ Item {
         toolEvents: row.toolEvents
         width: textView.width
         x: textView.x
-        y: !textView.isEmpty ? textView.y + textView.height + 6 : textView.y
+        y: !textView.isEmpty ? textView.y + textView.height + Theme.partSpacing : textView.y
     }
 }

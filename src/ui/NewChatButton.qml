@@ -6,13 +6,13 @@ import QtQuick
 BaseButton {
     id: button
 
-    bottomPadding: 10
+    bottomPadding: Theme.buttonPadding
     description: qsTr("Start a new chat (⌘N)")
     implicitHeight: 40
-    leftPadding: 12
-    rightPadding: 12
+    leftPadding: Theme.edgePadding
+    rightPadding: Theme.edgePadding
     text: qsTr("New chat")
-    topPadding: 10
+    topPadding: Theme.buttonPadding
 
     background: Rectangle {
         color: button.down ? Theme.pressedFill : button.hovered ? Theme.hoverFill : Theme.fill
@@ -26,7 +26,7 @@ BaseButton {
     contentItem: SymbolLabel {
         Accessible.ignored: true
         font.pixelSize: Theme.bodySize
-        spacing: 8
+        spacing: Theme.rowSpacing
         symbol: Symbols.newchat
         symbolSize: 18
         text: button.text

@@ -13,7 +13,7 @@ RowLayout {
 
     readonly property string path: store.pendingImagePath
 
-    spacing: 8
+    spacing: Theme.rowSpacing
 
     MessageImage {
         path: row.path

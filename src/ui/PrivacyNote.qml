@@ -27,7 +27,7 @@ Item {
 
         Accessible.description: note.hint
         anchors.left: symbol.right
-        anchors.leftMargin: 6
+        anchors.leftMargin: Theme.partSpacing
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.secondaryText
         font.pixelSize: Theme.captionSize
@@ -38,7 +38,7 @@ Item {
         id: newLine
 
         anchors.left: wideLabel.right
-        anchors.leftMargin: 8
+        anchors.leftMargin: Theme.rowSpacing
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.tertiaryText
         font.pixelSize: Theme.captionSize
@@ -50,7 +50,7 @@ Item {
 
         Accessible.description: note.hint
         anchors.left: symbol.right
-        anchors.leftMargin: 6
+        anchors.leftMargin: Theme.partSpacing
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.secondaryText
         font.pixelSize: Theme.captionSize

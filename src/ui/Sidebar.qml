@@ -21,8 +21,8 @@ Rectangle {
 
         PlainText {
             Layout.bottomMargin: 18
-            Layout.leftMargin: 16
-            Layout.rightMargin: 16
+            Layout.leftMargin: Theme.sidebarPadding
+            Layout.rightMargin: Theme.sidebarPadding
             Layout.topMargin: 18
             font.pixelSize: Theme.headlineSize
             font.weight: Font.DemiBold
@@ -30,16 +30,16 @@ Rectangle {
         }
         NewChatButton {
             Layout.fillWidth: true
-            Layout.leftMargin: 10
-            Layout.rightMargin: 10
+            Layout.leftMargin: Theme.groupSpacing
+            Layout.rightMargin: Theme.groupSpacing
 
             onClicked: sidebar.store.newConversation()
         }
         SectionHeading {
-            Layout.bottomMargin: 6
-            Layout.leftMargin: 16
-            Layout.rightMargin: 16
-            Layout.topMargin: 20
+            Layout.bottomMargin: Theme.partSpacing
+            Layout.leftMargin: Theme.sidebarPadding
+            Layout.rightMargin: Theme.sidebarPadding
+            Layout.topMargin: Theme.sectionSpacing
             text: qsTr("Chats")
         }
         ConversationList {

@@ -11,13 +11,13 @@ Item {
 
     Accessible.name: label.text
     Accessible.role: Accessible.StatusBar
-    implicitHeight: label.implicitHeight + 28
+    implicitHeight: label.implicitHeight + 2 * Theme.panelPadding
 
     Rectangle {
         id: dot
 
         anchors.left: parent.left
-        anchors.leftMargin: 14
+        anchors.leftMargin: Theme.panelPadding
         anchors.verticalCenter: parent.verticalCenter
         color: footer.isReady ? Theme.ready : Theme.warning
         height: 7
@@ -29,9 +29,9 @@ Item {
 
         Accessible.ignored: true
         anchors.left: dot.right
-        anchors.leftMargin: 7
+        anchors.leftMargin: Theme.panelSpacing
         anchors.right: parent.right
-        anchors.rightMargin: 14
+        anchors.rightMargin: Theme.panelPadding
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.secondaryText
         elide: Text.ElideRight

@@ -13,7 +13,7 @@ Item {
     property color color: Theme.text
     property color symbolColor: Theme.secondaryText
     property alias font: label.font
-    property int spacing: 6
+    property int spacing: Theme.partSpacing
     property int symbolSize: Theme.symbolSize
     property bool isDirectional: false ///< the symbol points along the text
     property alias lineHeight: label.lineHeight

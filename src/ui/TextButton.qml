@@ -8,8 +8,8 @@ BaseButton {
     id: button
 
     implicitHeight: 26
-    leftPadding: 10
-    rightPadding: 10
+    leftPadding: Theme.buttonPadding
+    rightPadding: Theme.buttonPadding
 
     background: Rectangle {
         border.color: Theme.hairline

@@ -55,13 +55,29 @@ QtObject {
     readonly property int captionSize: 12
     readonly property int smallCaptionSize: 11
 
+    // Spacings, from lines that belong together to sections, and paddings
+    readonly property int lineSpacing: 4
+    readonly property int partSpacing: 6
+    readonly property int panelSpacing: 7
+    readonly property int rowSpacing: 8
+    readonly property int bannerSpacing: 9
+    readonly property int groupSpacing: 10
+    readonly property int sectionSpacing: 20
+    readonly property int buttonPadding: 10
+    readonly property int edgePadding: 12
+    readonly property int panelPadding: 14
+    readonly property int sidebarPadding: 16
+    readonly property int listPadding: 24
+
     // Symbols
     readonly property int symbolSize: 16
     readonly property int avatarSize: 22
 
+    // Radii
     readonly property int cardRadius: 12
     readonly property int buttonRadius: 10
     readonly property int controlRadius: 8
+    readonly property int imageRadius: 9
     readonly property int rowRadius: 7
 
     // Without a desktop's own palette, the toolkit highlights in a blue of its own.

@@ -14,7 +14,7 @@ Rectangle {
     required property real maximumWidth
 
     color: Theme.fill
-    implicitHeight: column.implicitHeight + 16
+    implicitHeight: column.implicitHeight + 2 * Theme.rowSpacing
     implicitWidth: column.implicitWidth + 16
     radius: Theme.rowRadius
 
@@ -22,14 +22,14 @@ Rectangle {
         id: column
 
         anchors.centerIn: parent
-        spacing: 4
+        spacing: Theme.lineSpacing
 
         Repeater {
             model: block.events
 
             delegate: ToolLine {
                 anchors.left: column.left
-                width: Math.min(implicitWidth, block.maximumWidth - 16)
+                width: Math.min(implicitWidth, block.maximumWidth - 2 * Theme.rowSpacing)
             }
         }
     }

@@ -126,7 +126,7 @@ void MessageListModel::reset()
     const Conversation *selected = m_store ? m_store->selectedConversation() : nullptr;
     Q_EMIT conversationAboutToChange();
     m_conversationID = selected ? selected->id : QUuid();
-    replaceRows(selected ? selected->messages : std::vector<ChatMessage>());
+    replaceRows(selected ? selected->messages.all() : std::vector<ChatMessage>());
     announce(before);
 }
 

@@ -16,16 +16,15 @@ private Q_SLOTS:
     void keepsSizesFromOneStartToTheNext()
     {
         const QString file = m_fixture->data.filePath("state/Lumora/window.ini");
-        m_store = m_fixture->start();
         {
-            const MainWindow window(m_store.get(), file);
+            const MainWindow window(file);
             window.window()->resize(900, 640);
             window.window()->setProperty("sidebarWidth", 300);
         }
         QCOMPARE(WindowMemory(file).remembered(),
                  QVariantMap({{"width", 900}, {"height", 640}, {"sidebarWidth", 300}}));
 
-        const MainWindow window(m_store.get(), file);
+        const MainWindow window(file);
         QCOMPARE(window.window()->size(), QSize(900, 640));
         QCOMPARE(window.window()->property("sidebarWidth"), QVariant(300.0));
     }
@@ -39,9 +38,8 @@ private Q_SLOTS:
     void leavesOutTheSizeOfAMaximisedWindow()
     {
         const QString file = m_fixture->data.filePath("window.ini");
-        m_store = m_fixture->start();
         {
-            const MainWindow window(m_store.get(), file);
+            const MainWindow window(file);
             QVERIFY(QTest::qWaitForWindowExposed(window.window()));
             QSignalSpy resized(window.window(), &QWindow::heightChanged);
             window.window()->resize(900, 640);

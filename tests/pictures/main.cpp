@@ -36,10 +36,11 @@ bool takePicture(const WindowState &state, QSize size, const QString &path)
     StoreFixture files;
     state.prepare(files);
     const auto store = files.start();
-    const MainWindow main(store.get());
+    const MainWindow main;
     QQuickWindow *window = main.window();
     if (!window)
         return false;
+    main.setStore(store.get());
     window->resize(size);
     state.act(*store);
     if (!QTest::qWaitForWindowExposed(window) || !QTest::qWaitFor([&] { return state.hasCome(*store); }, timeout)) {

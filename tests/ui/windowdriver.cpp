@@ -29,10 +29,10 @@ QQuickItem *findVisible(QAccessibleInterface *tree, const std::function<bool(QAc
 } // namespace
 
 WindowDriver::WindowDriver(ChatStore *store)
-    : m_window(store)
 {
     if (!window())
         qFatal("The window cannot be loaded.");
+    m_window.setStore(store);
     window()->requestActivate();
     if (!QTest::qWaitForWindowActive(window()))
         qFatal("The window does not become active.");

@@ -87,6 +87,12 @@ void JsonWriter::texts(const QStringList &texts)
     endArray();
 }
 
+void JsonWriter::array(QByteArrayView json)
+{
+    m_output->writer.RawValue(json.data(), size_t(json.size()), rapidjson::kArrayType);
+    drainWhereFull();
+}
+
 void JsonWriter::number(double number)
 {
     m_output->writer.Double(number);

@@ -35,6 +35,8 @@ public:
     void text(const QString &text);
     void utf8Text(QByteArrayView text);
     void texts(const QStringList &texts);
+    /// An array that another writer wrote.
+    void array(QByteArrayView json);
     void number(double number);
     void integer(qint64 integer);
     void identifier(const QUuid &id);

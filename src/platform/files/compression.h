@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QByteArray>
+
+namespace lumora {
+
+// For bytes that wait in memory. Any thread.
+
+/// Never null. Throws std::bad_alloc where memory is short.
+QByteArray compressed(const QByteArray &bytes);
+
+/// What compressed() was given. Ends the program for bytes that it did not make.
+QByteArray decompressed(const QByteArray &bytes);
+
+} // namespace lumora

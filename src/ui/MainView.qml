@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: 2026 The Lumora developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Controls.Basic
+import org.lumora.ui
+
+/// What the window shows: chats at the side, the selected chat beside them.
+FocusScope {
+    id: view
+
+    required property ChatStore store
+    required property Main window
+
+    property ImagePicker imagePicker: null
+    property DocumentPicker documentPicker: null
+
+    // Made when it is first asked for: what a picker offers takes a while to find out.
+    function pickImage() {
+        if (!imagePicker)
+            imagePicker = imagePickers.createObject(view) as ImagePicker;
+        imagePicker.open();
+    }
+    function pickDocument() {
+        if (!documentPicker)
+            documentPicker = documentPickers.createObject(view) as DocumentPicker;
+        documentPicker.open();
+    }
+
+    // What had the keyboard may be gone: a row that was removed, a button whose time is over.
+    function keepFocus() {
+        const item = window.activeFocusItem;
+        if (window.active && (!item?.visible || item === window.contentItem || item instanceof FocusScope))
+            chat.focusEditor();
+    }
+
+    focus: true
+
+    SplitView {
+        anchors.fill: parent
+
+        handle: SplitHandle {
+            onMoved: distance => view.window.sidebarWidth = Math.max(220, Math.min(view.window.sidebarWidth + (Theme.isMirrored ? -distance : distance), view.width - 380))
+        }
+
+        onResizingChanged: view.window.sidebarWidth = sidebar.width
+
+        Sidebar {
+            id: sidebar
+
+            SplitView.minimumWidth: 220
+            SplitView.preferredWidth: view.window.sidebarWidth
+            store: view.store
+
+            onDocumentRequested: view.pickDocument()
+        }
+        ChatView {
+            id: chat
+
+            SplitView.fillWidth: true
+            SplitView.minimumWidth: 360
+            focus: true
+            store: view.store
+
+            onImageRequested: view.pickImage()
+        }
+    }
+    Component {
+        id: imagePickers
+
+        ImagePicker {
+            onPicked: location => view.store.attachImage(location)
+        }
+    }
+    Component {
+        id: documentPickers
+
+        DocumentPicker {
+            onPicked: location => view.store.library.add(location)
+        }
+    }
+    Connections {
+        function onActiveFocusItemChanged() {
+            focusKeeper.restart();
+        }
+
+        target: view.window
+    }
+    Connections {
+        function onVisibleChanged() {
+            focusKeeper.restart();
+        }
+
+        target: view.window.activeFocusItem
+    }
+    Timer {
+        id: focusKeeper
+
+        interval: 0
+
+        onTriggered: view.keepFocus()
+    }
+    Announcer {
+        store: view.store
+    }
+    Shortcut {
+        sequence: "Ctrl+N"
+
+        onActivated: {
+            view.store.newConversation();
+            chat.focusEditor();
+        }
+    }
+    Shortcut {
+        sequences: ["Ctrl+Q", "Ctrl+W"]
+
+        onActivated: view.window.close()
+    }
+    Timer {
+        interval: 10000
+        repeat: true
+        running: true
+
+        onTriggered: view.store.refreshAvailability()
+    }
+}
