@@ -61,7 +61,7 @@ QString sampleFile()
 
 QString textByReader()
 {
-    return PdfTextReader{.helper = QStringLiteral(PDF_HELPER)}.text(sampleFile()).value_or(QString());
+    return PdfTextReader{.helper = QStringLiteral(PDF_HELPER)}.text(sampleFile());
 }
 
 QString textByCommand()

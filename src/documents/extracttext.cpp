@@ -3,6 +3,7 @@
 
 #include "documents/extracttext.h"
 
+#include "platform/process/helperanswer.h"
 #include "platform/text/textrules.h"
 
 #include <QCoreApplication>
@@ -10,7 +11,6 @@
 #include <QFileInfo>
 
 #include <optional>
-#include <utility>
 
 namespace lumora {
 
@@ -48,6 +48,18 @@ ExtractedText readUtf8(const QString &path)
     return {.text = QString::fromUtf8(bytes), .failure = std::nullopt};
 }
 
+FileFailure failure(HelperError::Cause cause)
+{
+    if (cause == HelperError::Cause::shortage) {
+        return failure(QT_TRANSLATE_NOOP("lumora::Documents",
+                                         "PDF files cannot be read now: the computer is short of memory, or too many "
+                                         "programs run on it. Close some of them and add the document again."));
+    }
+    return failure(QT_TRANSLATE_NOOP("lumora::Documents",
+                                     "PDF files cannot be read, because a part of this program cannot be started. "
+                                     "Install the program again and add the document again."));
+}
+
 } // namespace
 
 bool isTooLarge(const QString &path, const PdfTextReader &pdf)
@@ -66,12 +78,11 @@ ExtractedText extractText(const QString &path, const PdfTextReader &pdf, const s
 {
     if (!isPdf(path))
         return readUtf8(path);
-    if (std::optional<QString> text = pdf.text(path, stop))
-        return {.text = std::move(*text), .failure = std::nullopt};
-    return {.text = {},
-            .failure = failure(QT_TRANSLATE_NOOP("lumora::Documents",
-                                                 "PDF files cannot be read, because a part of this program cannot be "
-                                                 "started. Install the program again and add the document again."))};
+    try {
+        return {.text = pdf.text(path, stop), .failure = std::nullopt};
+    } catch (const HelperError &error) {
+        return {.text = {}, .failure = failure(error.cause())};
+    }
 }
 
 } // namespace lumora

@@ -30,23 +30,14 @@ QList<QByteArray> helperArguments(const PdfLimits &limits)
 
 } // namespace
 
-std::optional<QString> PdfTextReader::text(const QString &path, const std::stop_token &stop) const
+QString PdfTextReader::text(const QString &path, const std::stop_token &stop) const
 {
     const auto deadline = std::chrono::steady_clock::now() + limits.time;
     const FileDescriptor file = openedFile(path, limits.memoryBytes);
     if (!file.isOpen() || stop.stop_requested())
-        return QString();
+        return {};
     const HelperAnswer answer = answerOf({helper, helperArguments(limits), deadline, limits.textBytes}, file, stop);
-    switch (answer.outcome) {
-    case HelperAnswer::Outcome::complete:
-        return decoded(answer.output);
-    case HelperAnswer::Outcome::failed:
-    case HelperAnswer::Outcome::late:
-        break;
-    case HelperAnswer::Outcome::unusable:
-        return std::nullopt;
-    }
-    return QString();
+    return answer.outcome == HelperAnswer::Outcome::complete ? decoded(answer.output) : QString();
 }
 
 } // namespace lumora

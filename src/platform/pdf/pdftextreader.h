@@ -6,7 +6,6 @@
 #include <QString>
 
 #include <chrono>
-#include <optional>
 #include <stop_token>
 
 namespace lumora {
@@ -27,9 +26,9 @@ struct PdfTextReader
 
     /// The text of all pages in reading order, with a blank line between two pages; without NULs. Whatever the file's
     /// name is. Empty where the file cannot be opened, is locked, has no text layer or exceeds a limit, where the
-    /// helper fails on it, which is logged, and where stop was requested. Nothing where the helper cannot be started or
-    /// refuses to work, which says nothing about the file. Blocks until then; the helper is gone when it returns.
-    std::optional<QString> text(const QString &path, const std::stop_token &stop = {}) const;
+    /// helper fails on it, which is logged, and where stop was requested. Blocks until then; the helper is gone when it
+    /// returns. Throws HelperError where no file can be read.
+    QString text(const QString &path, const std::stop_token &stop = {}) const;
 };
 
 } // namespace lumora

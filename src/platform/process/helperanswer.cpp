@@ -104,8 +104,16 @@ Outcome outcomeOf(const QString &program, int status)
     if (WEXITSTATUS(status) == HelperStatus::complete)
         return Outcome::complete;
     qCWarning(log, "%ls ended with status %d", qUtf16Printable(program), WEXITSTATUS(status));
-    const bool isUnusable = WEXITSTATUS(status) == HelperStatus::unable || WEXITSTATUS(status) == notLoaded;
-    return isUnusable ? Outcome::unusable : Outcome::failed;
+    if (WEXITSTATUS(status) == HelperStatus::unable || WEXITSTATUS(status) == notLoaded)
+        throw HelperError(HelperError::Cause::installation);
+    return Outcome::failed;
+}
+
+HelperError::Cause causeOf(int startError)
+{
+    const bool isShortage =
+        startError == EAGAIN || startError == ENOMEM || startError == EMFILE || startError == ENFILE;
+    return isShortage ? HelperError::Cause::shortage : HelperError::Cause::installation;
 }
 
 } // namespace
@@ -116,7 +124,7 @@ HelperAnswer answerOf(const HelperRequest &request, const FileDescriptor &file, 
     if (process.startError() != 0) {
         qCWarning(log, "%ls cannot be started: %ls", qUtf16Printable(request.program),
                   qUtf16Printable(qt_error_string(process.startError())));
-        return {Outcome::unusable, {}};
+        throw HelperError(causeOf(process.startError()));
     }
     std::optional<QByteArray> output = outputOf(process, request, stop);
     if (!output)

@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <chrono>
+#include <exception>
 #include <stop_token>
 
 namespace lumora {
@@ -30,14 +31,34 @@ struct HelperAnswer
         complete, ///< output is all that it wrote
         failed,   ///< the file was too much for it, which is logged
         late,     ///< it took too long, wrote too much, or was stopped
-        unusable, ///< it cannot work here, whatever the file is, as where it is not installed; this is logged
     };
 
     Outcome outcome = Outcome::failed;
     QByteArray output;
 };
 
-/// Has a helper read an open file. Blocks; any thread. The helper is gone when it returns.
+/// A helper cannot work, whatever the file is; this is logged.
+class HelperError : public std::exception
+{
+public:
+    enum class Cause {
+        installation, ///< it is missing or not whole, or the system refuses to confine it
+        shortage,     ///< of memory, processes or open files; later there may be some
+    };
+
+    explicit HelperError(Cause cause)
+        : m_cause(cause)
+    {
+    }
+
+    Cause cause() const { return m_cause; }
+    const char *what() const noexcept override { return "a helper program cannot be started"; }
+
+private:
+    Cause m_cause;
+};
+
+/// Has a helper read an open file. Blocks; any thread. The helper is gone when it returns. Throws HelperError.
 HelperAnswer answerOf(const HelperRequest &request, const FileDescriptor &file, const std::stop_token &stop);
 
 } // namespace lumora

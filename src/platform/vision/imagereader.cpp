@@ -8,6 +8,7 @@
 #include "platform/model/errors.h"
 #include "platform/process/helperanswer.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 
 namespace lumora {
@@ -29,6 +30,27 @@ QList<QByteArray> helperArguments(ImageReader::Wanted wanted, std::chrono::milli
     return arguments;
 }
 
+ModelError failure(HelperError::Cause cause)
+{
+    if (cause == HelperError::Cause::shortage)
+        return ModelError(QCoreApplication::translate(
+            "LanguageModel", "The image cannot be read now: the computer is short of memory, or too many programs run "
+                             "on it. Close some of them and ask again."));
+    return ModelError(QCoreApplication::translate(
+        "LanguageModel", "The image cannot be read, because a part of this program cannot be started. Install the "
+                         "program again and ask again."));
+}
+
+/// Throws ModelError where no image can be read.
+HelperAnswer answer(const HelperRequest &request, const FileDescriptor &file, const std::stop_token &stop)
+{
+    try {
+        return answerOf(request, file, stop);
+    } catch (const HelperError &error) {
+        throw failure(error.cause());
+    }
+}
+
 } // namespace
 
 Reading ImageReader::read(const QString &imagePath, Wanted wanted, const std::stop_token &stop) const
@@ -38,17 +60,14 @@ Reading ImageReader::read(const QString &imagePath, Wanted wanted, const std::st
     const FileDescriptor file = openedFile(imagePath, imageLimits.fileBytes);
     if (!file.isOpen())
         return {Outcome::noImage, {}};
-    const HelperAnswer answer = answerOf({helper, helperArguments(wanted, time), deadline, mostOutput}, file, stop);
-    switch (answer.outcome) {
+    const HelperAnswer said = answer({helper, helperArguments(wanted, time), deadline, mostOutput}, file, stop);
+    switch (said.outcome) {
     case HelperAnswer::Outcome::complete:
-        return decodedReading(answer.output).value_or(Reading{Outcome::noImage, {}});
+        return decodedReading(said.output).value_or(Reading{Outcome::noImage, {}});
     case HelperAnswer::Outcome::failed:
         break;
     case HelperAnswer::Outcome::late:
         return {Outcome::late, {}};
-    case HelperAnswer::Outcome::unusable:
-        throw ModelError(QStringLiteral("The image cannot be read, because a part of this program cannot be started. "
-                                        "Install the program again and ask again."));
     }
     return {Outcome::noImage, {}};
 }

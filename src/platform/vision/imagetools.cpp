@@ -5,6 +5,8 @@
 
 #include "platform/model/errors.h"
 
+#include <QCoreApplication>
+
 namespace lumora {
 
 namespace {
@@ -50,9 +52,9 @@ QString ImageTool::call(const Arguments & /*arguments*/, const std::stop_token &
     case Reading::Outcome::late:
         return QStringLiteral("The attached image could not be read in time.");
     case Reading::Outcome::noLanguage:
-        throw ModelError(
-            QStringLiteral("Text in images cannot be read, because no language data for text recognition is installed. "
-                           "Install a package such as tesseract-ocr-eng and ask again."));
+        throw ModelError(QCoreApplication::translate(
+            "LanguageModel", "Text in images cannot be read, because no language data for text recognition is "
+                             "installed. Install a package such as tesseract-ocr-eng and ask again."));
     case Reading::Outcome::noImage:
         break;
     }

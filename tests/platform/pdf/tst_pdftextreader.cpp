@@ -4,6 +4,7 @@
 #include "platform/model/childprocesses.h"
 #include "platform/pdf/pdftextreader.h"
 #include "platform/pdf/pdfwriter.h"
+#include "platform/process/helperanswer.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,6 +15,7 @@
 #include <fcntl.h>
 #include <future>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -109,6 +111,8 @@ private Q_SLOTS:
     void readsOnlyFiles();
     void survivesTheHelper_data();
     void survivesTheHelper();
+    void saysThatNoFileCanBeRead_data();
+    void saysThatNoFileCanBeRead();
     void endsWhatTheHelperStarted();
     void stopsAtOnce();
     void readsSeveralAtOnce();
@@ -227,10 +231,10 @@ void PdfTextReaderTest::survivesTheHelper_data()
 {
     QTest::addColumn<QByteArray>("commands");
     QTest::addColumn<std::chrono::milliseconds>("time");
-    QTest::addColumn<std::optional<QString>>("text");
+    QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("warning");
     const auto add = [](const char *name, const QByteArray &commands, std::chrono::milliseconds time,
-                        const std::optional<QString> &text,
+                        const QString &text,
                         const QString &warning = {}) { QTest::newRow(name) << commands << time << text << warning; };
 
     const QString none;
@@ -246,28 +250,61 @@ void PdfTextReaderTest::survivesTheHelper_data()
     add("killed", "echo text; kill -KILL $$", longTime, none, "ended by signal 9");
     add("crash", "echo text; kill -SEGV $$", longTime, none, "ended by signal 11");
     add("failure", "echo text; exit 3", longTime, none, "ended with status 3");
-    add("refused", "exit 2", longTime, std::nullopt, "ended with status 2");
-    add("libraries missing", "exit 127", longTime, std::nullopt, "ended with status 127");
-    add("not installed", "", longTime, std::nullopt, "cannot be started: No such file or directory");
 }
 
 void PdfTextReaderTest::survivesTheHelper()
 {
     QFETCH(QByteArray, commands);
     QFETCH(std::chrono::milliseconds, time);
-    QFETCH(std::optional<QString>, text);
+    QFETCH(QString, text);
     QFETCH(QString, warning);
-    const PdfTextReader reader{.helper = commands.isEmpty() ? "/missing/helper" : script(commands),
-                               .limits = {.time = time}};
+    const PdfTextReader reader{.helper = script(commands), .limits = {.time = time}};
     if (!warning.isEmpty())
         QTest::ignoreMessage(QtWarningMsg, qPrintable(reader.helper + ' ' + warning));
     QCOMPARE(reader.text(written("file", "anything")), text);
 }
 
+void PdfTextReaderTest::saysThatNoFileCanBeRead_data()
+{
+    QTest::addColumn<QByteArray>("commands");
+    QTest::addColumn<bool>("isShortage");
+    QTest::addColumn<QString>("warning");
+    QTest::newRow("refused") << QByteArray("exit 2") << false << "ended with status 2";
+    QTest::newRow("libraries missing") << QByteArray("exit 127") << false << "ended with status 127";
+    QTest::newRow("not installed") << QByteArray() << false << "cannot be started: No such file or directory";
+    QTest::newRow("too many open files") << QByteArray("echo text") << true << "cannot be started: Too many open files";
+}
+
+void PdfTextReaderTest::saysThatNoFileCanBeRead()
+{
+    QFETCH(QByteArray, commands);
+    QFETCH(bool, isShortage);
+    QFETCH(QString, warning);
+    const PdfTextReader reader{.helper = commands.isEmpty() ? "/missing/helper" : script(commands), .limits = {}};
+    const QString file = written("file", "anything");
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(reader.helper + ' ' + warning));
+    rlimit before{};
+    QCOMPARE(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    if (isShortage) {
+        const int free = ::dup(STDIN_FILENO);
+        ::close(free);
+        const rlimit oneMore{rlim_t(free) + 1, before.rlim_max}; // for the file that is read
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &oneMore), 0);
+    }
+    std::optional<HelperError::Cause> cause;
+    try {
+        reader.text(file);
+    } catch (const HelperError &error) {
+        cause = error.cause();
+    }
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    QCOMPARE(cause, isShortage ? HelperError::Cause::shortage : HelperError::Cause::installation);
+}
+
 void PdfTextReaderTest::endsWhatTheHelperStarted()
 {
     const PdfTextReader reader{.helper = script("sleep 1h & echo $!"), .limits = {.time = longTime}};
-    const QString number = reader.text(written("file", "anything"))->trimmed();
+    const QString number = reader.text(written("file", "anything")).trimmed();
     QVERIFY(number.toInt() > 0);
     QTRY_VERIFY(commandLine(number).isEmpty());
 }
@@ -278,8 +315,7 @@ void PdfTextReaderTest::stopsAtOnce()
                                .limits = {.time = longTime}};
     const QString file = written("file", "anything");
     std::stop_source source;
-    std::future<std::optional<QString>> text =
-        std::async(std::launch::async, [&] { return reader.text(file, source.get_token()); });
+    std::future<QString> text = std::async(std::launch::async, [&] { return reader.text(file, source.get_token()); });
     QTRY_VERIFY(QFile::exists(path("started")));
     source.request_stop();
     QCOMPARE(text.get(), QString());
@@ -291,7 +327,7 @@ void PdfTextReaderTest::stopsAtOnce()
 
 void PdfTextReaderTest::readsSeveralAtOnce()
 {
-    std::vector<std::future<std::optional<QString>>> texts;
+    std::vector<std::future<QString>> texts;
     for (int i = 0; i < 24; ++i) {
         const QString file = written(QString::number(i), pdfWithPages({page(QString::number(i))}));
         texts.push_back(std::async(std::launch::async, [this, file] { return m_reader.text(file); }));
