@@ -12,8 +12,6 @@ ApplicationWindow {
     property ChatStore store: null
     property real sidebarWidth: 250
 
-    LayoutMirroring.childrenInherit: true
-    LayoutMirroring.enabled: Theme.isMirrored
     color: Theme.ground
     font.pixelSize: Theme.bodySize
     height: 800
@@ -29,10 +27,10 @@ ApplicationWindow {
     })
 
     Rectangle {
-        anchors.left: parent.left
         color: Theme.sidebarGround
         height: parent.height
         width: window.sidebarWidth
+        x: Theme.isMirrored ? parent.width - width : 0
     }
     Loader {
         id: view

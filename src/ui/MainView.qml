@@ -36,15 +36,22 @@ FocusScope {
             chat.focusEditor();
     }
 
+    LayoutMirroring.childrenInherit: true
+    LayoutMirroring.enabled: Theme.isMirrored
     focus: true
 
     SplitView {
+        id: columns
+
         anchors.fill: parent
 
         handle: SplitHandle {
             onMoved: distance => view.window.sidebarWidth = Math.max(220, Math.min(view.window.sidebarWidth + (Theme.isMirrored ? -distance : distance), view.width - 380))
         }
 
+        // It does not mirror by itself.
+        Component.onCompleted: if (Theme.isMirrored)
+            columns.moveItem(0, 1)
         onResizingChanged: view.window.sidebarWidth = sidebar.width
 
         Sidebar {

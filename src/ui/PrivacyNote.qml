@@ -16,6 +16,7 @@ Item {
     Icon {
         id: symbol
 
+        anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.secondaryText
         height: Theme.symbolSize

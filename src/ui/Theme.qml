@@ -35,7 +35,7 @@ QtObject {
     readonly property color secondaryText: isHighContrast ? tint(0.88) : isDark ? "#a8a8ad" : "#626267"
     readonly property color tertiaryText: isHighContrast ? tint(0.8) : isDark ? "#8e8e93" : "#6e6e73"
     readonly property color accent: desktop.hasAccent ? desktop.accent : hasDesktopPalette ? palette.highlight : "#3a6ee8"
-    readonly property color accentText: contrast(accent, "#ffffff") >= 3 ? "#ffffff" : "#1d1d1f"
+    readonly property color accentText: contrast(accent, Qt.rgba(1, 1, 1, 1)) >= 3 ? "#ffffff" : "#1d1d1f"
     readonly property color accentSymbol: readable(accent, isHighContrast ? 7 : 4.5)
     readonly property color selection: Qt.alpha(accent, isDark ? 0.55 : 0.25)
     readonly property color selectedRow: Qt.alpha(accent, 0.16)
