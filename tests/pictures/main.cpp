@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// lumora-pictures FOLDER light|dark [ltr|rtl]: writes a picture of each state of the window, at its least size and at a
-// common one.
+// lumora-pictures FOLDER light|dark [rtl] [long]: writes a picture of each state of the window, at its least size and
+// at a common one; rtl: mirrored; long: with interface texts that are two fifths longer, as other languages may have
+// them.
 
 #include "app/appearance.h"
 #include "app/mainwindow.h"
@@ -12,6 +13,7 @@
 #include <QPalette>
 #include <QQuickWindow>
 #include <QTest>
+#include <QTranslator>
 
 #include <cstdio>
 #include <cstdlib>
@@ -22,6 +24,21 @@ namespace {
 
 constexpr int timeout = 10000; // ms
 constexpr int settling = 400;  // ms: images are read, texts laid out
+
+class LongerTexts final : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+
+    QString translate(const char *, const char *source, const char *, int) const override
+    {
+        const QString text = QString::fromUtf8(source);
+        QString more;
+        while (more.size() < text.size() * 2 / 5)
+            more += QStringLiteral(" lön") + (more.size() % 3 == 0 ? u'g' : u'd');
+        return text + more;
+    }
+};
 
 void darken()
 {
@@ -59,7 +76,7 @@ int main(int argc, char *argv[])
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
     if (arguments.size() < 3) {
-        std::fputs("usage: lumora-pictures FOLDER light|dark [rtl]\n", stderr);
+        std::fputs("usage: lumora-pictures FOLDER light|dark [rtl] [long]\n", stderr);
         return EXIT_FAILURE;
     }
     chooseFont();
@@ -67,6 +84,10 @@ int main(int argc, char *argv[])
         darken();
     if (arguments.contains("rtl"))
         QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+
+    LongerTexts longer;
+    if (arguments.contains("long"))
+        QGuiApplication::installTranslator(&longer);
 
     bool isComplete = true;
     for (const WindowState &state : windowStates()) {
