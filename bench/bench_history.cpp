@@ -43,20 +43,31 @@ void setBytes(benchmark::State &state)
     state.SetBytesProcessed(state.iterations() * file().size());
 }
 
-void historyDecode(benchmark::State &state)
+void decode(benchmark::State &state, const ChatFound &found)
 {
     file();
     for (auto _ : state) {
         state.PauseTiming(); // decoding takes over the bytes that were read, which are nobody else's
         QByteArray bytes(file().constData(), file().size());
         state.ResumeTiming();
-        const auto conversations = decodeConversations(std::move(bytes));
+        const auto conversations = decodeConversations(std::move(bytes), found);
         if (!conversations || conversations->size() != history().size())
             state.SkipWithError("not decoded");
     }
     setBytes(state);
 }
+
+void historyDecode(benchmark::State &state)
+{
+    decode(state, {});
+}
 BENCHMARK(historyDecode)->Unit(benchmark::kMillisecond);
+
+void historyDecodeAndPack(benchmark::State &state)
+{
+    decode(state, [](Conversation &conversation) { conversation.messages.pack(); });
+}
+BENCHMARK(historyDecodeAndPack)->Unit(benchmark::kMillisecond);
 
 void rapidJsonParse(benchmark::State &state)
 {
@@ -71,17 +82,31 @@ void rapidJsonParse(benchmark::State &state)
 }
 BENCHMARK(rapidJsonParse)->Unit(benchmark::kMillisecond);
 
-void historyEncodeAndSave(benchmark::State &state)
+void save(benchmark::State &state, const std::vector<Conversation> &conversations)
 {
     const QTemporaryDir folder(QStringLiteral("bench-XXXXXX"));
     const QString path = folder.filePath(QStringLiteral("conversations.json"));
     for (auto _ : state) {
-        if (replaceFile(path, [](const ByteSink &file) { encodeConversations(history(), file); }))
+        if (replaceFile(path, [&](const ByteSink &file) { encodeConversations(conversations, file); }))
             state.SkipWithError("not written");
     }
     setBytes(state);
 }
+
+void historyEncodeAndSave(benchmark::State &state)
+{
+    save(state, history());
+}
 BENCHMARK(historyEncodeAndSave)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void packedHistorySave(benchmark::State &state)
+{
+    std::vector<Conversation> packed = history();
+    for (Conversation &conversation : packed)
+        conversation.messages.pack();
+    save(state, packed);
+}
+BENCHMARK(packedHistorySave)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 /// The same values as a plain program holds them for RapidJSON: a document, its texts UTF-8 already.
 void rapidJsonWriteAndSync(benchmark::State &state)

@@ -4,16 +4,16 @@
 # The table of docs/performance.md from the benchmarks' results: medians, and their ratios with what is allowed.
 
 def median($file; $name):
-    [$file.benchmarks[] | select(.aggregate_name == "median" and (.run_name | startswith($name)))][0];
+    [$file.benchmarks[] | select(.aggregate_name == "median" and (.run_name | . == $name or startswith($name + "/")))][0];
 def digits($n): (. * pow(10; $n) | round) / pow(10; $n);
+def limit: if . then "≤ \(.)" else "" end;
 def time: "\(.real_time | digits(1)) \(.time_unit)";
 def row($what; $ours; $theirs; $ratio; $bound):
     "| \($what) | \($ours) | \($theirs) | \($ratio | digits(if $ratio < 0.01 then 4 else 2 end)) | \($bound) |";
 def compared($what; $ours; $theirs; $bound):
-    row($what; $ours | time; $theirs | time; $ours.real_time / $theirs.real_time; "≤ \($bound)");
+    row($what; $ours | time; $theirs | time; $ours.real_time / $theirs.real_time; $bound | limit);
 def measured($what; $unit; $ours; $theirs; $bound):
-    row($what; "\($ours | digits(1)) \($unit)"; "\($theirs | digits(1)) \($unit)"; $ours / $theirs;
-        if $bound then "≤ \($bound)" else "" end);
+    row($what; "\($ours | digits(1)) \($unit)"; "\($theirs | digits(1)) \($unit)"; $ours / $theirs; $bound | limit);
 
 $history[0] as $h | $store[0] as $s | $search[0] as $q | $pdf[0] as $p | $vision[0] as $v | $reply[0] as $r | $llama[0][0] as $l
 | $start[0] as $w | $frames[0] as $f
@@ -22,8 +22,10 @@ $history[0] as $h | $store[0] as $s | $search[0] as $q | $pdf[0] as $p | $vision
   "|---|---|---|---|---|",
   compared("decoding a 50 MB history, against RapidJSON parsing it";
       median($h; "historyDecode"); median($h; "rapidJsonParse"); 2),
+  compared("decoding it and packing the chats, as at a start"; median($h; "historyDecodeAndPack"); median($h; "rapidJsonParse"); null),
   compared("encoding it, written and synced, against RapidJSON’s writer, plainly written and synced";
       median($h; "historyEncodeAndSave"); median($h; "rapidJsonWriteAndSync"); 1.5),
+  compared("the same with packed chats"; median($h; "packedHistorySave"); median($h; "rapidJsonWriteAndSync"); 1.5),
   compared("prompt of a chat of 5,000 messages, against one of 20";
       median($s; "prompt5000Messages"); median($s; "prompt20Messages"); 2),
   compared("prompt of a chat with an earlier message of 5 MB, against ordinary ones";

@@ -32,12 +32,13 @@ MainWindow::MainWindow(const std::optional<QString> &stateFile)
         m_memory->watch(window());
 }
 
-void MainWindow::setStore(ChatStore *store) const
+bool MainWindow::setStore(ChatStore *store)
 {
     window()->setProperty("store", QVariant::fromValue(store));
+    return window()->property("isFilled").toBool();
 }
 
-void MainWindow::whenShown(const std::function<void()> &then) const
+void MainWindow::whenShown(const std::function<void()> &action)
 {
     constexpr auto patience = 500ms;
     auto *wait = new QTimer(window()); // which is what ends the wait, in any case
@@ -45,10 +46,13 @@ void MainWindow::whenShown(const std::function<void()> &then) const
     wait->start(patience);
     QObject::connect(
         window(), &QQuickWindow::frameSwapped, wait, [wait] { wait->start(0); }, Qt::SingleShotConnection);
-    QObject::connect(wait, &QTimer::timeout, window(), [wait, then] {
-        wait->deleteLater();
-        then();
-    });
+    QObject::connect(
+        wait, &QTimer::timeout, window(),
+        [wait, action] {
+            wait->deleteLater();
+            action();
+        },
+        Qt::SingleShotConnection);
 }
 
 QQuickWindow *MainWindow::window() const

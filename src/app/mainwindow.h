@@ -24,13 +24,14 @@ public:
     /// Shows the window, empty as yet. stateFile: where its size is kept; none: it is not.
     explicit MainWindow(const std::optional<QString> &stateFile = {});
 
-    /// Fills it, once. The store must outlive it.
-    void setStore(ChatStore *store) const;
+    /// Fills it, once. The store must outlive it. False where the views could not be loaded; that is a fault of the
+    /// installation, and has been logged.
+    bool setStore(ChatStore *store);
 
-    /// Calls then once the window is on the screen; after a moment also where nobody sees it.
-    void whenShown(const std::function<void()> &then) const;
+    /// Calls action as soon as the window is on the screen; after a moment also where nobody sees it.
+    void whenShown(const std::function<void()> &action);
 
-    /// Null where the views could not be loaded; that is a fault of the build, and has been logged.
+    /// Null where it could not be loaded; that is a fault of the installation, and has been logged.
     QQuickWindow *window() const;
 
     /// Brings the window to the front, out of the task bar as well.

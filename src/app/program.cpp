@@ -33,7 +33,7 @@ int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString
               const SingleInstance *instance)
 {
     std::optional<ChatStore> store;
-    const MainWindow window(windowStateFile());
+    MainWindow window(windowStateFile());
     if (!window.window())
         return EXIT_FAILURE;
     // A long history takes longer to read than a window to appear.
@@ -42,10 +42,13 @@ int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString
         store.emplace(SystemLanguageModel(std::move(service)), applicationSupport,
                       PdfTextReader{.helper = installedPdfHelper(programFolder)},
                       ImageReader{.helper = installedImageReader(programFolder)});
-        window.setStore(&*store);
+        if (window.setStore(&*store))
+            return;
+        say(QStringLiteral("Lumora is not installed completely: its window cannot be filled. Install it again."));
+        QCoreApplication::exit(EXIT_FAILURE);
     });
     if (instance)
-        QObject::connect(instance, &SingleInstance::raiseRequested, instance, [&window] { window.raise(); });
+        QObject::connect(instance, &SingleInstance::raiseRequested, window.window(), [&window] { window.raise(); });
     return QGuiApplication::exec();
 }
 

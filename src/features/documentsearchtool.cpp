@@ -51,7 +51,7 @@ QStringList searchIndex(const DocumentSearchTool &tool, const QString &query, co
     return results;
 }
 
-/// Whether a text holds one of these folded words. On stop in whatever way.
+/// Whether a text holds one of these folded words. Once stop is requested, either answer.
 bool holdsAny(const QList<QStringView> &terms, QStringView text, const std::stop_token &stop)
 {
     while (!text.isEmpty() && !stop.stop_requested()) {

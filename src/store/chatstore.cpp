@@ -18,7 +18,7 @@ namespace lumora {
 
 namespace {
 
-/// What a chat of the history file should not have, or not any more.
+/// Takes out empty replies, and cleans the texts of the others.
 void mend(Conversation &conversation)
 {
     std::vector<ChatMessage> &messages = conversation.messages.all();
@@ -171,12 +171,12 @@ void ChatStore::load()
     std::optional<QByteArray> bytes = readWholeFile(*path);
     if (!bytes)
         return;
-    std::optional<std::vector<Conversation>> loaded =
-        decodeConversations(std::move(*bytes), [](Conversation &conversation) {
-            mend(conversation);
-            conversation.messages
-                .pack(); // at once, so that a long history never takes the memory that it would unpacked
-        });
+    // Packed at once, a long history never takes the memory that it would unpacked.
+    const auto pack = [](Conversation &conversation) {
+        mend(conversation);
+        conversation.messages.pack();
+    };
+    std::optional<std::vector<Conversation>> loaded = decodeConversations(std::move(*bytes), pack);
     if (!loaded)
         return;
     m_historyFile = HistoryFile::ours;

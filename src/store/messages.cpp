@@ -6,8 +6,6 @@
 #include "platform/files/compression.h"
 #include "store/historyfile.h"
 
-#include <utility>
-
 namespace lumora {
 
 Messages::Messages(std::vector<ChatMessage> messages)
@@ -35,8 +33,10 @@ QByteArray Messages::packedJson() const
 
 void Messages::unpack() const
 {
-    if (!m_packed.isNull())
-        m_messages = decodeMessages(decompressed(std::exchange(m_packed, {})));
+    if (m_packed.isNull())
+        return;
+    m_messages = decodeMessages(decompressed(m_packed));
+    m_packed = {};
 }
 
 const std::vector<ChatMessage> &Messages::all() const

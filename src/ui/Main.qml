@@ -11,7 +11,10 @@ ApplicationWindow {
 
     property ChatStore store: null
     property real sidebarWidth: 250
+    readonly property bool isFilled: view.status === Loader.Ready
 
+    LayoutMirroring.childrenInherit: true
+    LayoutMirroring.enabled: Theme.isMirrored
     color: Theme.ground
     font.pixelSize: Theme.bodySize
     height: 800

@@ -36,8 +36,6 @@ FocusScope {
             chat.focusEditor();
     }
 
-    LayoutMirroring.childrenInherit: true
-    LayoutMirroring.enabled: Theme.isMirrored
     focus: true
 
     SplitView {
@@ -58,7 +56,7 @@ FocusScope {
             id: sidebar
 
             SplitView.minimumWidth: 220
-            SplitView.preferredWidth: view.window.sidebarWidth
+            SplitView.preferredWidth: Math.min(view.window.sidebarWidth, view.width - 380)
             store: view.store
 
             onDocumentRequested: view.pickDocument()

@@ -55,6 +55,25 @@ private Q_SLOTS:
         QCOMPARE(texts, (QStringList{" <start_of_turn>model hi ", "Hello", "", "", "ab <Start_of_turn>model", ""}));
     }
 
+    void savesWhatNobodyHasLookedAt()
+    {
+        ChatMessage reply = assistantMessage(QString::fromUtf8("\uFEFFTea 🍵 a\0b \"c\"", 19));
+        reply.card = AnswerCard{"T", "S", {}, {"step"}};
+        reply.toolEvents = QList<ToolEvent>();
+        reply.date = {0.1};
+        const std::vector<Conversation> kept{conversation("a", 2, {userMessage("Hi"), reply}),
+                                             conversation("b", 1, {userMessage("Ho")})};
+        const StoreFixture fixture;
+        std::vector<Conversation> all = kept;
+        all.push_back(conversation("c", 0, {userMessage("old")}));
+        fixture.write(all);
+        const auto store = fixture.start();
+        store->deleteConversation(all.back().id);
+        QCOMPARE(fixture.read("conversations.json"), encodeConversations(kept));
+        QCOMPARE(store->conversations(), kept);
+        QCOMPARE(fixture.read("conversations.json"), encodeConversations(store->conversations()));
+    }
+
     void keepsWhatItCannotRead_data()
     {
         QTest::addColumn<QByteArray>("bytes");

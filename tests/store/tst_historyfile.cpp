@@ -109,6 +109,7 @@ private Q_SLOTS:
         QTest::newRow("cut") << sound.chopped(1);
         QTest::newRow("behind the end") << sound + "]";
         QTest::newRow("role system") << replaced("assistant", "system");
+        QTest::newRow("too large a number") << replaced("0.5", "1.8e308");
         QTest::newRow("no updatedAt") << replaced(R"(,"updatedAt":0.5)", "");
         QTest::newRow("no title") << replaced(R"("title":"T",)", "");
         QTest::newRow("no messages") << replaced(R"("messages")", R"("message")");

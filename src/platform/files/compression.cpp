@@ -11,20 +11,23 @@ namespace lumora {
 
 namespace {
 
-constexpr int fastest = 1;
+constexpr int quickLevel = 1;
 
 struct Deleter
 {
     void operator()(ZSTD_CCtx *context) const { ZSTD_freeCCtx(context); }
+    void operator()(ZSTD_DCtx *context) const { ZSTD_freeDCtx(context); }
 };
 
-/// Its tables are larger than what is compressed most often: they are made once.
-ZSTD_CCtx *compressionContext()
+/// The context that create makes, made once a thread: most often it is larger than what goes through it.
+template <auto create>
+auto *context()
 {
-    static thread_local const std::unique_ptr<ZSTD_CCtx, Deleter> context(ZSTD_createCCtx());
-    if (!context)
+    using Context = std::remove_pointer_t<decltype(create())>;
+    static thread_local const std::unique_ptr<Context, Deleter> made(create());
+    if (!made)
         throw std::bad_alloc();
-    return context.get();
+    return made.get();
 }
 
 } // namespace
@@ -32,10 +35,10 @@ ZSTD_CCtx *compressionContext()
 QByteArray compressed(const QByteArray &bytes)
 {
     QByteArray result(qsizetype(ZSTD_compressBound(size_t(bytes.size()))), Qt::Uninitialized);
-    const size_t size = ZSTD_compressCCtx(compressionContext(), result.data(), size_t(result.size()), bytes.constData(),
-                                          size_t(bytes.size()), fastest);
+    const size_t size = ZSTD_compressCCtx(context<ZSTD_createCCtx>(), result.data(), size_t(result.size()),
+                                          bytes.constData(), size_t(bytes.size()), quickLevel);
     if (ZSTD_isError(size))
-        throw std::bad_alloc(); // it has no other error, with room enough
+        throw std::bad_alloc(); // there is no other error, with room enough
     return {result.constData(), qsizetype(size)};
 }
 
@@ -43,7 +46,8 @@ QByteArray decompressed(const QByteArray &bytes)
 {
     const auto size = ZSTD_getFrameContentSize(bytes.constData(), size_t(bytes.size()));
     QByteArray result(qsizetype(size), Qt::Uninitialized);
-    if (ZSTD_decompress(result.data(), size_t(size), bytes.constData(), size_t(bytes.size())) != size)
+    if (ZSTD_decompressDCtx(context<ZSTD_createDCtx>(), result.data(), size_t(size), bytes.constData(),
+                            size_t(bytes.size())) != size)
         qFatal("The memory is damaged.");
     return result;
 }

@@ -12,7 +12,7 @@ namespace lumora {
 /// Never null. Throws std::bad_alloc where memory is short.
 QByteArray compressed(const QByteArray &bytes);
 
-/// What compressed() was given. Ends the program for bytes that it did not make.
+/// What compressed() was given. Throws std::bad_alloc too; ends the program for bytes that were not made by it.
 QByteArray decompressed(const QByteArray &bytes);
 
 } // namespace lumora

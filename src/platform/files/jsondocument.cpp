@@ -8,6 +8,8 @@
 
 #include <QStringDecoder>
 
+#include <cmath>
+
 namespace lumora {
 
 namespace {
@@ -99,7 +101,9 @@ QStringList JsonValue::texts() const
 double JsonValue::number() const
 {
     require(parsed(m_node).IsNumber());
-    return parsed(m_node).GetDouble();
+    const double number = parsed(m_node).GetDouble();
+    require(std::isfinite(number)); // the parser lets some through that are too large
+    return number;
 }
 
 qint64 JsonValue::integer() const

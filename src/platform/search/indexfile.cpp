@@ -195,8 +195,10 @@ void IndexFile::removeBroken(const Identity &broken) const
     // One program at a time: nobody may put another file there between the look at it and its removal.
     const QByteArray folder = QFile::encodeName(QFileInfo(m_path).path());
     const FileDescriptor lock(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!lock.isOpen() || ::flock(lock.number(), LOCK_EX) != 0)
-        throw notReplaced(errno);
+    while (!lock.isOpen() || ::flock(lock.number(), LOCK_EX) != 0) {
+        if (!lock.isOpen() || errno != EINTR)
+            throw notReplaced(errno);
+    }
     if (identity() != broken)
         return;
     qCWarning(log, "the search index is broken, and is removed");

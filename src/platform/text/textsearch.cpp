@@ -96,9 +96,9 @@ qsizetype firstOccurrence(QStringView text, QStringView word, const std::stop_to
         return -1;
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::Collator> order(caselessOrder()->clone());
-    QStringView piece = firstPiece(text);
-    icu::StringSearch search(icuText(word), icuText(piece), dynamic_cast<icu::RuleBasedCollator *>(order.get()),
+    icu::StringSearch search(icuText(word), icuText(text.first(1)), dynamic_cast<icu::RuleBasedCollator *>(order.get()),
                              nullptr, status);
+    QStringView piece;
     for (qsizetype start = 0; start < text.size() && !stop.stop_requested(); start += piece.size()) {
         piece = firstPiece(text.sliced(start));
         search.setText(icuText(piece), status);
