@@ -37,7 +37,7 @@ namespace {
 constexpr int manyMessages = 5000;
 constexpr int fewMessages = 20;
 constexpr QSize windowSize(1080, 800);
-constexpr qreal textWidth = 656; // as wide as that window's messages are
+constexpr qreal textWidth = 704; // as wide as that window's messages are
 constexpr int bodySize = 14;
 
 QQuickItem *itemOfType(QQuickItem *item, const char *type)
@@ -159,8 +159,8 @@ BareWindow::BareWindow(int messages)
                       "        clip: true; height: 630; spacing: 20; width: 829; x: 251\n"
                       "        delegate: Text {\n"
                       "            required property string display\n"
-                      "            font.pixelSize: 14; text: display; textFormat: Text.PlainText; width: 656\n"
-                      "            wrapMode: Text.Wrap; x: 86\n"
+                      "            font.pixelSize: 14; text: display; textFormat: Text.PlainText; width: 704\n"
+                      "            wrapMode: Text.Wrap; x: 62\n"
                       "        }\n"
                       "    }\n"
                       "}\n",

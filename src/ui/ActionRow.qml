@@ -13,6 +13,12 @@ RowLayout {
 
     signal imageRequested
 
+    // What an input method still composes belongs to the message.
+    function send() {
+        Qt.inputMethod.commit(); // qmllint disable
+        store.send();
+    }
+
     spacing: Theme.rowSpacing
 
     IconButton {
@@ -37,13 +43,13 @@ RowLayout {
         text: qsTr("Send")
         visible: !row.store.isGenerating
 
-        onClicked: row.store.send()
+        onClicked: row.send()
 
         Shortcut {
             enabled: row.store.canSend
             sequences: ["Ctrl+Return", "Ctrl+Enter"]
 
-            onActivated: row.store.send()
+            onActivated: row.send()
         }
     }
     ActionButton {

@@ -7,9 +7,13 @@ import QtQuick.Templates as T
 /// What all buttons have in common. A click leaves the keyboard where it is. To screen readers this is an
 /// AccessibleButton.
 T.Button {
+    id: button
+
     property string description ///< for screen readers, beside the text
 
     Accessible.role: Accessible.Button
+    Keys.onEnterPressed: button.clicked()
+    Keys.onReturnPressed: button.clicked()
     focusPolicy: Qt.TabFocus
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
 }

@@ -7,6 +7,12 @@ import QtQuick.Templates as T
 T.Menu {
     id: menu
 
+    /// With its first entry chosen.
+    function popupForKeys(parent: Item, x: real, y: real) {
+        popup(parent, x, y);
+        currentIndex = 0;
+    }
+
     implicitHeight: contentHeight + topPadding + bottomPadding
     implicitWidth: 180
     margins: 4

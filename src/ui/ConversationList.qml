@@ -56,8 +56,8 @@ ListView {
         if (moves.has(event.key))
             currentIndex = Math.max(0, Math.min(count - 1, currentIndex + moves.get(event.key)));
         else if (opensMenu) {
-            row.menuRequested(24, row.height);
-            menu.currentIndex = 0;
+            menu.conversationID = row.conversationID;
+            menu.popupForKeys(row, 24, row.height);
         } else if ([Qt.Key_Return, Qt.Key_Enter, Qt.Key_Space].includes(event.key))
             row.clicked();
         else

@@ -2,33 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 import QtQuick
-import QtQuick.Templates as T
+import org.lumora.ui
 
 /// A menu entry that takes something away for good.
-T.MenuItem {
-    id: item
-
-    Accessible.name: text
-    Accessible.role: Accessible.MenuItem
-    implicitHeight: 28
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    leftPadding: Theme.rowSpacing
-    rightPadding: Theme.rowSpacing
-
-    Accessible.onPressAction: {
-        item.triggered();
-        item.menu.dismiss();
-    }
-
-    background: Rectangle {
-        color: item.highlighted ? Theme.failureGround : "transparent"
-        radius: 5
-    }
-    contentItem: PlainText {
-        Accessible.ignored: true
-        color: Theme.failure
-        font.pixelSize: Theme.rowSize
-        text: item.text
-        verticalAlignment: Text.AlignVCenter
-    }
+ContextItem {
+    color: Theme.failure
+    highlight: Theme.failureGround
 }

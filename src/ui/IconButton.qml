@@ -22,8 +22,9 @@ BaseButton {
         radius: Theme.rowRadius
 
         FocusRing {
+            anchors.margins: 0 // lists cut what is outside
             isShown: button.activeFocus
-            radius: Theme.rowRadius + 2
+            radius: Theme.rowRadius
         }
     }
     contentItem: Item {

@@ -20,7 +20,7 @@ ApplicationWindow {
     height: 800
     minimumHeight: 520
     minimumWidth: 760
-    title: store?.windowTitle ?? "Lumora"
+    title: (store?.windowTitle ?? "Lumora").replace(/\s+/g, " ")
     visible: true
     width: 1080
 
@@ -32,7 +32,7 @@ ApplicationWindow {
     Rectangle {
         color: Theme.sidebarGround
         height: parent.height
-        width: window.sidebarWidth
+        width: Math.min(window.sidebarWidth, window.width - 380)
         x: Theme.isMirrored ? parent.width - width : 0
     }
     Loader {

@@ -32,7 +32,8 @@ FocusScope {
     // What had the keyboard may be gone: a row that was removed, a button whose time is over.
     function keepFocus() {
         const item = window.activeFocusItem;
-        if (window.active && (!item?.visible || item === window.contentItem || item instanceof FocusScope))
+        const isPicking = imagePicker?.visible || documentPicker?.visible; // some pickers are part of the window
+        if (!isPicking && window.active && (!item?.visible || item === window.contentItem || item instanceof FocusScope))
             chat.focusEditor();
     }
 

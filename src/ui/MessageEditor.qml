@@ -55,8 +55,23 @@ ScrollView {
         topPadding: 4
         wrapMode: TextEdit.Wrap
 
-        Keys.onPressed: event => event.accepted = event.matches(StandardKey.Paste) && image.paste()
+        Keys.onPressed: event => {
+            event.accepted = event.key === Qt.Key_Menu || (event.matches(StandardKey.Paste) && image.paste());
+            if (event.key === Qt.Key_Menu)
+                menu.popupForKeys(area, area.cursorRectangle.x, area.cursorRectangle.y + area.cursorRectangle.height);
+        }
         onTextChanged: editor.store.draft = text
+
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+
+            onTapped: menu.popup()
+        }
+    }
+    TextMenu {
+        id: menu
+
+        text: area
     }
     ImagePaste {
         id: image

@@ -31,6 +31,15 @@ ListView {
         isPlacing = false;
     }
 
+    /// Without a mouse: the one link of a message, or a menu of all that it has.
+    function openLinks(row: MessageRow) {
+        linkMenu.links = row.links();
+        if (linkMenu.links.length === 1)
+            Qt.openUrlExternally(linkMenu.links[0]);
+        else if (linkMenu.links.length > 1)
+            linkMenu.popupForKeys(row, 36, 24);
+    }
+
     Accessible.name: qsTr("Messages")
     Accessible.role: Accessible.List
     Keys.forwardTo: [navigation]
@@ -53,6 +62,10 @@ ListView {
         width: list.width
 
         onLinkPointedAt: text => list.pointedText = text
+        onMenuRequested: text => {
+            textMenu.text = text;
+            textMenu.popup();
+        }
     }
 
     onContentHeightChanged: follow()
@@ -66,12 +79,20 @@ ListView {
         x: list.pointedText?.pointerPosition.x ?? 0
         y: (list.pointedText?.pointerPosition.y ?? 0) + 18
     }
+    LinkMenu {
+        id: linkMenu
+    }
+    TextMenu {
+        id: textMenu
+    }
     MessageNavigation {
         id: navigation
 
+        isInterrupted: linkMenu.visible || textMenu.visible
         list: list
 
         onCopyRequested: row => list.messages.copy(row)
+        onLinksRequested: row => list.openLinks(list.itemAtIndex(row) as MessageRow)
         onScrolled: isAtEnd => list.isFollowing = isAtEnd
     }
     FocusRing {
@@ -82,6 +103,7 @@ ListView {
     }
     Connections {
         function onConversationAboutToChange() {
+            navigation.release();
             const row = list.currentItem as MessageRow;
             if (row)
                 row.deselect();

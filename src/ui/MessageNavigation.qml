@@ -11,8 +11,10 @@ Item {
     required property ListView list
     property Item held ///< has the keyboard within the list, or had it last
     property bool hasEntered: false ///< a row, and has not scrolled since
+    property bool isInterrupted: false ///< by a menu that has the keyboard for a while
 
     signal copyRequested(row: int)
+    signal linksRequested(row: int)
     signal scrolled(isAtEnd: bool)
 
     // Where the list's ends are is known only once they are near.
@@ -47,7 +49,8 @@ Item {
     function step(direction: int) {
         const row = list.currentItem;
         if (!row) {
-            enter(messageAt(direction > 0 ? 1 : list.height - list.bottomMargin));
+            const found = messageAt(direction > 0 ? 1 : list.height - list.bottomMargin - 1);
+            enter(found < 0 && direction < 0 ? list.count - 1 : found);
             return;
         }
         const hidden = direction > 0 ? hiddenBelow(row) : list.contentY - row.y;
@@ -73,14 +76,21 @@ Item {
             list.currentIndex = index;
     }
 
+    /// Takes the keyboard out of a message, not from the list itself.
+    function release() {
+        if (held && held !== list)
+            held.focus = false;
+    }
+
     // Whoever comes back begins with what is shown then.
     Window.onActiveFocusItemChanged: {
         if (list.activeFocus) {
             held = Window.activeFocusItem;
             return;
         }
-        if (held && held !== list)
-            held.focus = false;
+        if (isInterrupted)
+            return;
+        release();
         held = null;
         list.currentIndex = -1;
     }
@@ -92,6 +102,12 @@ Item {
             return;
         }
         const keys = new Map([[Qt.Key_Up, () => step(-1)], [Qt.Key_Down, () => step(1)], [Qt.Key_PageUp, () => turnPage(-1)], [Qt.Key_PageDown, () => turnPage(1)], [Qt.Key_Home, () => leap(0)], [Qt.Key_End, () => leap(list.count - 1)]]);
+        const opensLinks = list.currentItem && [Qt.Key_Return, Qt.Key_Enter, Qt.Key_Space].includes(event.key);
+        if (opensLinks) {
+            event.accepted = true;
+            linksRequested(list.currentIndex);
+            return;
+        }
         event.accepted = keys.has(event.key);
         if (!event.accepted)
             return;

@@ -20,7 +20,7 @@ Item {
     property alias text: textView.content
     property alias isGrowing: textView.isGrowing
     readonly property bool isWaiting: textView.isEmpty && !hasCard
-    readonly property real columnWidth: Math.min(width, 740) - 2 * Theme.listPadding
+    readonly property real columnWidth: Math.min(width - 2 * Theme.listPadding, 740)
     readonly property real bodyInset: 24 + Theme.edgePadding // beyond the avatar's box
     readonly property real start: Math.round((width - columnWidth) / 2)
 
@@ -28,6 +28,11 @@ Item {
     readonly property string said: !AccessibilityState.isActive ? "" : hasCard ? Array.from([card.title, card.summary, ...Array.from(card.keyPoints), ...Array.from(card.nextSteps)]).filter(each => each !== "").join("\n") : textView.plainText
 
     signal linkPointedAt(text: MessageTextView)
+    signal menuRequested(text: MessageTextView)
+
+    function links(): list<string> {
+        return textView.links();
+    }
 
     function deselect() {
         textView.deselect();
@@ -77,6 +82,7 @@ Item {
         onActiveFocusChanged: if (activeFocus)
             row.ListView.view.currentIndex = row.index
         onLinkHovered: row.linkPointedAt(textView)
+        onMenuRequested: row.menuRequested(textView)
     }
     MessageParts {
         id: parts

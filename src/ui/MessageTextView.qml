@@ -16,6 +16,15 @@ TextEdit {
     readonly property string plainText: AccessibilityState.isActive ? writer.plainText : ""
     readonly property point pointerPosition: pointer.point.position
 
+    signal menuRequested
+
+    function links(): list<string> {
+        return writer.links();
+    }
+    function copySelection() {
+        writer.copy(selectionStart, selectionEnd);
+    }
+
     Accessible.name: plainText
     Accessible.role: Accessible.StaticText
     activeFocusOnTab: false
@@ -32,7 +41,7 @@ TextEdit {
     Keys.onPressed: event => {
         event.accepted = event.matches(StandardKey.Copy);
         if (event.accepted)
-            writer.copy(selectionStart, selectionEnd);
+            copySelection();
     }
     onContentSizeChanged: writer.placeDecorations(width)
     onLinkActivated: link => Qt.openUrlExternally(link)
@@ -42,6 +51,11 @@ TextEdit {
         id: pointer
 
         cursorShape: edit.hoveredLink !== "" ? Qt.PointingHandCursor : Qt.IBeamCursor
+    }
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+
+        onTapped: edit.menuRequested()
     }
     MessageText {
         id: writer

@@ -20,6 +20,7 @@ RowLayout {
     }
     PlainText {
         Layout.fillWidth: true
+        Layout.maximumWidth: implicitWidth
         color: Theme.secondaryText
         elide: Text.ElideMiddle
         font.pixelSize: Theme.captionSize
@@ -30,5 +31,8 @@ RowLayout {
         text: qsTr("Remove image")
 
         onClicked: row.store.removePendingImage()
+    }
+    Item {
+        Layout.fillWidth: true
     }
 }

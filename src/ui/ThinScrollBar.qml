@@ -9,7 +9,7 @@ T.ScrollBar {
 
     Accessible.ignored: true // what it scrolls, the keyboard scrolls as well
     implicitWidth: 10
-    minimumSize: 0.06
+    minimumSize: Math.min(1, 24 / Math.max(1, height))
     padding: 2
     policy: T.ScrollBar.AsNeeded
     visible: size < 1

@@ -5,6 +5,8 @@
 
 #include "ui/spokentext.h"
 
+#include <QAccessible>
+
 namespace lumora {
 
 void Announcements::setStore(ChatStore *store)
@@ -33,7 +35,7 @@ void Announcements::tellReply()
     if (m_store->isGenerating())
         m_replyID = last.id;
     // Only a reply that came to its own end has been counted; who stops one knows.
-    else if (last.id == m_replyID && last.outputTokens)
+    else if (last.id == m_replyID && last.outputTokens && QAccessible::isActive())
         tell(tr("Reply: %1").arg(spokenText(last)));
 }
 

@@ -155,6 +155,26 @@ void MessageText::placeDecorations(qreal width)
                            editor());
 }
 
+QStringList MessageText::links() const
+{
+    QStringList links;
+    const auto add = [&links](const QList<MarkdownSpan> &spans) {
+        for (const MarkdownSpan &span : spans) {
+            const QString link = span.link.toString(QUrl::FullyEncoded);
+            if (!link.isEmpty() && !links.contains(link)) // several spans may make one link
+                links.append(link);
+        }
+    };
+    for (const MarkdownLine &line : m_writer ? m_writer->lines() : QList<MarkdownLine>()) {
+        add(line.spans);
+        for (const QList<MarkdownCell> &row : line.table) {
+            for (const MarkdownCell &cell : row)
+                add(cell.spans);
+        }
+    }
+    return links;
+}
+
 void MessageText::copy(int from, int to) const
 {
     if (m_writer && from < to)

@@ -58,6 +58,9 @@ public:
     /// Finds out where the decorations stand once the text has been laid out. width: of the text, in logical pixels.
     Q_INVOKABLE void placeDecorations(qreal width);
 
+    /// Where its links lead, in their order.
+    Q_INVOKABLE QStringList links() const;
+
     /// Puts a selection on the clipboard as one would write it without a mouse: plain text with its lists, quotes and
     /// tables. Positions are the document's.
     Q_INVOKABLE void copy(int from, int to) const;

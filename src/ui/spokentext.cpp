@@ -6,6 +6,7 @@
 #include "ui/documentwriter.h"
 #include "ui/selectedtext.h"
 
+#include <QFont>
 #include <QTextDocument>
 
 namespace lumora {
@@ -16,6 +17,9 @@ QString withoutMarks(const QString &markdown)
 {
     QTextDocument document;
     DocumentWriter writer(&document);
+    QFont font;
+    font.setPixelSize(14); // any; nobody sees it
+    writer.setLook({.font = font});
     writer.write(readMarkdown(markdown));
     return selectedText(document, writer.lines(), 0, document.characterCount());
 }

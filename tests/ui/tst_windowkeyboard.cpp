@@ -17,6 +17,7 @@ private Q_SLOTS:
     void menuOfAChat_data();
     void menuOfAChat();
     void keysWalkTheMessages();
+    void returnOpensTheLinksOfAMessage();
     void arrowsWalkTheDocuments();
     void arrowsMoveTheSidebarsEdge();
     void focusIsNeverLost_data();
@@ -125,6 +126,23 @@ void WindowKeyboardTest::menuOfAChat()
     m_driver->press(Qt::Key_Return);
     QTRY_COMPARE(titles(m_store->conversations()), QStringList({"First", "Third"}));
     QTRY_COMPARE(m_driver->focusName(), "Third");
+}
+
+void WindowKeyboardTest::returnOpensTheLinksOfAMessage()
+{
+    m_fixture->model->enqueue({.steps = {Script::Text{"[a](https://a.example) and\n- [b](https://b.example)"}}});
+    start({conversation("Links", 1, std::vector<ChatMessage>(20, userMessage("a\nb\nc")))});
+    say("Go");
+    QTRY_VERIFY(!m_store->isGenerating());
+    focus("Messages");
+    m_driver->press(Qt::Key_Up);
+    QVERIFY2(m_driver->focusName().contains("a and"), qPrintable(m_driver->focusName()));
+    m_driver->press(Qt::Key_Return);
+    QTRY_COMPARE(m_driver->focusName(), "https://a.example");
+    m_driver->press(Qt::Key_Down);
+    QCOMPARE(m_driver->focusName(), "https://b.example");
+    m_driver->press(Qt::Key_Escape);
+    QTRY_VERIFY(m_driver->focusName().contains("a and"));
 }
 
 void WindowKeyboardTest::keysWalkTheMessages()
