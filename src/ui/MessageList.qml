@@ -31,6 +31,13 @@ ListView {
         isPlacing = false;
     }
 
+    /// What is being read or selected stays, wherever the list is scrolled to. Making it the current row would scroll.
+    function hold(row: int) {
+        const position = contentY;
+        currentIndex = row;
+        contentY = position;
+    }
+
     /// Without a mouse: the one link of a message, or a menu of all that it has.
     function openLinks(row: MessageRow) {
         linkMenu.links = row.links();
@@ -61,6 +68,7 @@ ListView {
     delegate: MessageRow {
         width: list.width
 
+        onTextFocused: list.hold(index)
         onLinkPointedAt: text => list.pointedText = text
         onMenuRequested: text => {
             textMenu.text = text;
@@ -103,7 +111,10 @@ ListView {
     }
     Connections {
         function onConversationAboutToChange() {
-            navigation.release();
+            if (navigation.held && navigation.held !== list) {
+                navigation.release();
+                list.focus = false; // somebody selected in a message, and goes on in the editor
+            }
             const row = list.currentItem as MessageRow;
             if (row)
                 row.deselect();

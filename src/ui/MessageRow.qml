@@ -29,6 +29,7 @@ Item {
 
     signal linkPointedAt(text: MessageTextView)
     signal menuRequested(text: MessageTextView)
+    signal textFocused
 
     function links(): list<string> {
         return textView.links();
@@ -78,9 +79,8 @@ Item {
         x: row.start + (Theme.isMirrored ? 0 : row.bodyInset)
         y: author.height + Theme.partSpacing
 
-        // What is being read or selected stays, wherever the list is scrolled to.
         onActiveFocusChanged: if (activeFocus)
-            row.ListView.view.currentIndex = row.index
+            row.textFocused()
         onLinkHovered: row.linkPointedAt(textView)
         onMenuRequested: row.menuRequested(textView)
     }

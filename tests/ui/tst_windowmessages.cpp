@@ -153,6 +153,23 @@ private Q_SLOTS:
         QVERIFY(!text || text->property("selectedText").toString().isEmpty());
     }
 
+    void aClickScrollsNothing()
+    {
+        start({conversation("Chat", 1, {userMessage("Hi"), userMessage(QString("a line\n\n").repeated(100))})});
+        m_driver->press(Qt::Key_Tab, Qt::ShiftModifier); // so that the list is laid out
+        QQuickItem *list = messageList();
+        list->setProperty("contentY", 1500);
+        QTRY_COMPARE(list->property("contentY").toReal(), 1500);
+        const QQuickItem *text = textOf(1);
+        QTest::mouseClick(m_driver->window(), Qt::LeftButton, {},
+                          list->mapToScene({text->mapToItem(list, {20, 0}).x(), 100}).toPoint());
+        QTest::qWait(300);
+        QCOMPARE(list->property("contentY").toReal(), 1500);
+
+        m_store->newConversation();
+        QTRY_COMPARE(m_driver->focusName(), "Message");
+    }
+
     void aLinkOpensOnAClick()
     {
         LinkCatcher catcher;
