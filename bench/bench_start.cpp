@@ -42,7 +42,7 @@ Conversation shownChat()
 {
     Conversation chat;
     for (int i = 0; i < messages; ++i)
-        chat.messages.push_back(
+        chat.messages.append(
             {.role = i % 2 == 0 ? ChatMessage::Role::user : ChatMessage::Role::assistant,
              .text = QStringLiteral("The lease says that pets are allowed in the flat. ").repeated(10)});
     return chat;

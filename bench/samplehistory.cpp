@@ -51,7 +51,7 @@ Conversation sampleConversation(int messages, qsizetype answerLength, quint32 se
         }
         if (i % 10 == 9)
             message.card = AnswerCard{"Title", sampleText(100, seed), {"one point", "two"}, {"a step"}};
-        conversation.messages.push_back(message);
+        conversation.messages.append(message);
     }
     return conversation;
 }

@@ -32,13 +32,13 @@ MainWindow::MainWindow(const std::optional<QString> &stateFile)
         m_memory->watch(window());
 }
 
-bool MainWindow::setStore(ChatStore *store)
+bool MainWindow::setStore(ChatStore *store) const
 {
     window()->setProperty("store", QVariant::fromValue(store));
     return window()->property("isFilled").toBool();
 }
 
-void MainWindow::whenShown(const std::function<void()> &action)
+void MainWindow::whenShown(const std::function<void()> &action) const
 {
     constexpr auto patience = 500ms;
     auto *wait = new QTimer(window()); // which is what ends the wait, in any case

@@ -26,10 +26,10 @@ public:
 
     /// Fills it, once. The store must outlive it. False where the views could not be loaded; that is a fault of the
     /// installation, and has been logged.
-    bool setStore(ChatStore *store);
+    bool setStore(ChatStore *store) const;
 
     /// Calls action as soon as the window is on the screen; after a moment also where nobody sees it.
-    void whenShown(const std::function<void()> &action);
+    void whenShown(const std::function<void()> &action) const;
 
     /// Null where it could not be loaded; that is a fault of the installation, and has been logged.
     QQuickWindow *window() const;

@@ -33,7 +33,7 @@ int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString
               const SingleInstance *instance)
 {
     std::optional<ChatStore> store;
-    MainWindow window(windowStateFile());
+    const MainWindow window(windowStateFile());
     if (!window.window())
         return EXIT_FAILURE;
     // A long history takes longer to read than a window to appear.

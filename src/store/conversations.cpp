@@ -74,7 +74,7 @@ void ChatStore::appendMessage(ChatMessage message, const QUuid &conversationID)
     const bool givesTitle = message.role == ChatMessage::Role::user && conversation.title == QLatin1String("New Chat");
     if (givesTitle)
         conversation.title = firstCharacters(message.text, titleLength).toString();
-    conversation.messages.push_back(std::move(message));
+    conversation.messages.append(std::move(message));
     conversation.updatedAt = TimePoint::now();
 
     Q_EMIT messageAppended(conversationID);

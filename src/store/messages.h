@@ -39,7 +39,7 @@ public:
     const ChatMessage &at(size_t row) const { return all().at(row); }
     const ChatMessage &operator[](size_t row) const { return all()[row]; }
     ChatMessage &operator[](size_t row) { return all()[row]; }
-    void push_back(ChatMessage message) { all().push_back(std::move(message)); }
+    void append(ChatMessage message) { all().push_back(std::move(message)); }
 
     bool operator==(const Messages &other) const { return all() == other.all(); }
 

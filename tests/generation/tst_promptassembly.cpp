@@ -92,7 +92,7 @@ private Q_SLOTS:
         QFETCH(int, budget);
         QFETCH(QString, history);
         Conversation chat{.messages = earlier};
-        chat.messages.push_back(user("latest"));
+        chat.messages.append(user("latest"));
         QCOMPARE(historyOf(assemblePrompt(chat, QUuid(), budget)), history);
     }
 

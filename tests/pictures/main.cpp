@@ -53,7 +53,7 @@ bool takePicture(const WindowState &state, QSize size, const QString &path)
     StoreFixture files;
     state.prepare(files);
     const auto store = files.start();
-    MainWindow main;
+    const MainWindow main;
     QQuickWindow *window = main.window();
     if (!window)
         return false;
