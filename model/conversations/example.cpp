@@ -53,7 +53,8 @@ Turn readTurn(const Value &object)
 {
     if (text(object, "role") == "tool")
         return {Turn::Role::tool, text(object, "output"), text(object, "name")};
-    return {Turn::Role::model, text(object, "text"), {}};
+    const bool isUser = text(object, "role") == "user";
+    return {isUser ? Turn::Role::user : Turn::Role::model, text(object, "text"), {}};
 }
 
 } // namespace

@@ -11,12 +11,14 @@
 
 namespace lumora::training {
 
-/// One turn after the request: what the model is to write, or what a tool that it called has put out.
+/// One turn after the request: what the model is to write, what a tool that it called has put out, or, in drills, the
+/// user's next prompt.
 struct Turn
 {
     enum class Role {
         model,
         tool,
+        user,
     };
 
     Role role = Role::model;

@@ -6,6 +6,7 @@
 #include "core/conversation.h"
 
 #include <algorithm>
+#include <span>
 
 namespace lumora::training {
 
@@ -24,12 +25,12 @@ void appendFollowing(Passage &passage, const std::vector<Token> &following)
     passage.supervised[passage.tokens.size() - following.size()] = 1;
 }
 
-/// Between two turns of the model with nothing in between, of which only drills are made.
-std::vector<Token> nextTurn(const TrainingVocabulary &vocabulary)
+/// Between two turns of the model that no tool's output divides, of which only drills are made.
+std::vector<Token> nextTurn(const TrainingVocabulary &vocabulary, std::span<const service::ChatMessage> messages)
 {
     std::vector<Token> tokens{Tokenizer::messageEnd};
     const std::vector<Token> opening =
-        vocabulary.tokenize("\n" + vocabulary.layOut({}), service::SpecialTokens::recognised);
+        vocabulary.tokenize("\n" + vocabulary.layOut(messages), service::SpecialTokens::recognised);
     tokens.insert(tokens.end(), opening.begin(), opening.end());
     return tokens;
 }
@@ -49,9 +50,12 @@ Passage makePassage(const Example &example, const TrainingVocabulary &vocabulary
     for (const Turn &turn : example.turns) {
         if (turn.role == Turn::Role::tool) {
             appendFollowing(passage, conversation.toolTurn(turn.tool, turn.text));
+        } else if (turn.role == Turn::Role::user) {
+            const service::ChatMessage message{service::ChatMessage::Role::user, turn.text};
+            appendFollowing(passage, nextTurn(vocabulary, std::span(&message, 1)));
         } else {
             if (before != nullptr && before->role == Turn::Role::model)
-                appendFollowing(passage, nextTurn(vocabulary));
+                appendFollowing(passage, nextTurn(vocabulary, {}));
             append(passage, vocabulary.tokenize(turn.text, service::SpecialTokens::asText), true);
         }
         before = &turn;

@@ -35,6 +35,11 @@ class Example:
         self.expect["tool"] = tool
         return self
 
+    def asks(self, typed: str) -> "Example":
+        """The user's next message, as a prompt of its own. In drills; what is expected is so of the last reply."""
+        self.turns.append({"role": "user", "text": Chat().prompt(typed, structured=False)})
+        return self
+
     def replies(self, text: str, **expect) -> "Example":
         self.turns.append({"role": "model", "text": text})
         self.expect.setdefault("tool", None)
@@ -51,6 +56,10 @@ class Example:
         self.expect = {key: self.expect[key] for key in ("tool", "argument_contains", "refuses") if key in self.expect}
         self.task = "card." + self.task
         return self.turns.pop()["text"]
+
+    @property
+    def is_drill(self) -> bool:
+        return self.task.startswith("drill.")
 
     @property
     def reply(self) -> str:

@@ -8,7 +8,7 @@ import re
 
 from .grammar import Phrases
 from .textfiles import FOLDER, sections
-from .values import Slots, Values, fill
+from .values import Slots, Values, fill, put
 
 _NEIGHBOURS = {
     "a": "sq", "b": "vn", "c": "xv", "d": "sf", "e": "wr", "f": "dg", "g": "fh", "h": "gj", "i": "uo", "j": "hk",
@@ -84,6 +84,10 @@ class Speaker:
     def fixed(self, intent: str) -> str:
         """One of the texts of an intent that is not divided between the splits: what the model says."""
         return PHRASES[intent].pick_any(self.chance)
+
+    def reply(self, intent: str, **values: str) -> str:
+        """The same, of what is found."""
+        return put(self.fixed(f"reply.{intent}"), values)
 
     def typed(self, phrase: str, slots: Slots) -> str:
         """The phrasing as somebody types it. What is in its slots stays as it is."""

@@ -277,17 +277,17 @@ class Slots(dict):
         return self[slot + "_ed"] if is_participle else self[slot]
 
 
+_BEFORE_STOP = re.compile(r"\{(\w+)\}\.")
 _ARTICLE = re.compile(r"\b([Aa]) (?=[aeio](?!ne\b|u))")
 
 
-def fill(phrase: str, slots: Slots) -> str:
-    """The phrasing with its slots filled: with “an” where a value wants it, and one full stop where two would meet.
+def put(phrase: str, slots: dict[str, str]) -> str:
+    """The phrasing with its slots filled, whose values stay as they are: with one full stop where two would meet."""
+    phrase = _BEFORE_STOP.sub(lambda slot: slot[0][: -1 if slots[slot[1]].endswith(".") else None], phrase)
+    return phrase.format_map(slots)
 
-    A given text, {text}, stays as it is.
-    """
-    text = phrase.format_map(slots)
-    if "{text}" in phrase:
-        return text
-    if ".." in text and "..." not in text:
-        text = text.replace("..", ".")
-    return _ARTICLE.sub(r"\1n ", text)
+
+def fill(phrase: str, slots: Slots) -> str:
+    """The same, with “an” where a value wants it. A given text, {text}, stays as it is."""
+    text = put(phrase, slots)
+    return text if "{text}" in phrase else _ARTICLE.sub(r"\1n ", text)

@@ -20,6 +20,7 @@ from generator.documents import search, writing  # noqa: E402
 from generator.grammar import Phrases  # noqa: E402
 from generator.speech import PHRASES, Speaker  # noqa: E402
 from generator.splits import SPLITS, TRAIN  # noqa: E402
+from generator.values import put  # noqa: E402
 
 OPEN_SLOT = re.compile(r"\{\w+\}|\[[^\]\n]*\|[^\[\n]*\]")
 
@@ -89,6 +90,18 @@ class ExamplesTest(unittest.TestCase):
                     self.assertIn(flat(part).removesuffix("."), self.source(example))
 
         self.check_each(check)
+
+    def test_drills_in_reading_find_what_stands_there(self):
+        def check(example, *_):
+            if example["task"] == "drill.read":
+                for turn in example["turns"]:
+                    if turn["role"] == "model" and turn["text"] != "The text does not say that.":
+                        self.assertIn(turn["text"].removesuffix("."), self.source(example))
+
+        self.check_each(check)
+
+    def test_two_full_stops_never_meet(self):
+        self.assertEqual(put("{a}. {b}. {c}", {"a": "11:16 a.m.", "b": "noon", "c": "a."}), "11:16 a.m. noon. a.")
 
     def test_cards_are_drawn_from_their_source(self):
         def check(example, _, reply):

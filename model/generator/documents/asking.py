@@ -11,6 +11,7 @@ from .writing import Told
 
 _SLOT = re.compile(r"\{(\w+)\}")
 _SPACE = re.compile(r"\s+")
+_STEM = 5  # letters by which words are taken for the same
 
 
 def slots_in(phrase: str) -> list[str]:
@@ -33,6 +34,10 @@ def with_question(phrase: str, bare: str) -> str:
     return phrase.replace("{question}", bare).replace("{ask}", small)
 
 
+def _stems(text: str) -> set[str]:
+    return {word.lower()[:_STEM] for word in words_of(text) if not is_stop_word(word)}
+
+
 class Question:
     """Asks for a fact. bare: the question without what people say around it, its slots open. names: of these slots."""
 
@@ -45,6 +50,16 @@ class Question:
     def key_words(self) -> list[str]:
         """What a search for it must contain: the words that tell it from other questions of the kind."""
         return [word for name in self.names for word in words_of(self.told.slots[name]) if not is_stop_word(word)]
+
+    def points_at_its_answer(self, others: list[Told]) -> bool:
+        """Whether it has more words of the statement that answers it than of any other one."""
+        asked = _stems(self.bare.format_map(self.told.slots))
+
+        def shared(told: Told) -> int:
+            return len(asked & _stems(told.sentence))
+
+        most = max((shared(told) for told in others if told.sentence != self.told.sentence), default=0)
+        return shared(self.told) > most
 
     def is_answered_by(self, other: Told) -> bool:
         """Whether another statement would answer it as well."""

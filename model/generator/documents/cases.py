@@ -10,6 +10,7 @@ from .asking import Question
 from .writing import Document, Writer, some_kind
 
 _WITH_NEAR_FACT = 0.3
+_IN_OTHER_WORDS = 0.1  # of the questions that a text answers
 
 
 @dataclass
@@ -26,7 +27,9 @@ def case(speaker: Speaker, unanswered: float, parts: int = 0) -> Case:
         made = _try(speaker, unanswered, parts)
         question, told = made.question, made.document.told
         answers = {fact.sentence for fact in told if question.is_answered_by(fact)}
-        if len(answers) == made.is_answered and not any(map(question.is_ambiguous_beside, told)):
+        if len(answers) != made.is_answered or any(map(question.is_ambiguous_beside, told)):
+            continue
+        if not made.is_answered or question.points_at_its_answer(told) or speaker.chance.random() < _IN_OTHER_WORDS:
             return made
 
 

@@ -6,6 +6,7 @@
 from ..example import Example
 from ..scripts import foreign_text
 from ..speech import Speaker
+from ..splits import TRAIN
 
 
 def _piece(speaker: Speaker) -> str:
@@ -45,15 +46,19 @@ def drill(speaker: Speaker) -> Example:
 
 
 def look_up(speaker: Speaker) -> Example:
-    """Values to be found by their keys, several in one reply."""
+    """Values to be found by their keys: several in one reply or, in training, mostly one after the other."""
     chance = speaker.chance
     pairs = {_piece(speaker).replace("\n", " "): _piece(speaker) for _ in range(chance.randint(3, 9))}
     between = chance.choice((": ", " = ", " - ", " is ", "\t"))
     lines = [key + between + value for key, value in pairs.items()]
     wanted = chance.sample(list(pairs), chance.randint(1, len(pairs)))
-    typed = speaker.ask("copy.lookup", text="\n".join(lines), keys=", ".join(wanted))
-    reply = "\n".join(pairs[key] for key in wanted)
-    return Example("drill.lookup", typed).replies(reply, exact=reply)
+    at_once = wanted if speaker.split != TRAIN or chance.random() < 0.3 else wanted[:1]
+    typed = speaker.ask("copy.lookup", text="\n".join(lines), keys=", ".join(at_once))
+    reply = "\n".join(pairs[key] for key in at_once)
+    example = Example("drill.lookup", typed).replies(reply, exact=reply)
+    for key in wanted[len(at_once) :]:
+        example.asks(key).replies(pairs[key], exact=pairs[key])
+    return example
 
 
 TASKS = {"copy": ((repeat, 1),), "drill.copy": ((drill, 1),), "drill.lookup": ((look_up, 1),)}

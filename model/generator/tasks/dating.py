@@ -29,7 +29,7 @@ def part(speaker: Speaker) -> Example:
         now = moment(speaker.chance)
     typed = _asked(speaker, f"date.{wanted}")
     example = Example("date", typed).calls(DATE, now.text, question=typed)
-    reply = speaker.fixed(f"reply.{wanted}").format_map(vars(now))
+    reply = speaker.reply(wanted, **vars(now))
     return example.replies(reply, contains=_proof(now, wanted))
 
 
@@ -42,7 +42,7 @@ def is_it(speaker: Speaker) -> Example:
     now = speaker.chance.choice(ENGLISH).moment(speaker.chance)
     asked = now.weekday if speaker.chance.random() < 0.4 else speaker.chance.choice(WEEKDAYS)
     typed = _asked(speaker, "date.isit", day=asked)
-    reply = speaker.fixed("reply.isday" if asked == now.weekday else "reply.isnotday").format(weekday=now.weekday)
+    reply = speaker.reply("isday" if asked == now.weekday else "isnotday", weekday=now.weekday)
     example = Example("date", typed).calls(DATE, now.text, question=typed)
     return example.replies(reply, contains=[reply.split(",")[0], now.weekday])
 
@@ -54,7 +54,7 @@ def next_to(speaker: Speaker) -> Example:
     other = WEEKDAYS[(WEEKDAYS.index(now.weekday) + step) % 7]
     typed = _asked(speaker, f"date.{intent}")
     example = Example("date", typed).calls(DATE, now.text, question=typed)
-    reply = speaker.fixed(f"reply.{intent}").format(weekday=now.weekday, other=other)
+    reply = speaker.reply(intent, weekday=now.weekday, other=other)
     return example.replies(reply, contains=[other])
 
 

@@ -15,7 +15,7 @@ from ..values import Slots, fill
 _UNANSWERED = 0.3
 _TITLED = 0.12
 _MOST_SENTENCES = 3
-_PARTS = (0,) * 8 + (1, 2, 3, 5, 8, 8)  # of other kinds in the documents, which makes some of them long
+_PARTS = (0,) * 10 + (1, 2, 4, 8)  # of other kinds in the documents, which makes some of them long
 _NAMES = ("person", "company", "item", "city", "name")
 
 
@@ -77,7 +77,7 @@ def answer(speaker: Speaker) -> Example:
 
 def _cited(speaker: Speaker, example: Example, sentences: list[str], holder: Document) -> Example:
     example.points = sentences
-    reply = speaker.fixed("reply.found").format(sentence=" ".join(sentences), title=holder.title)
+    reply = speaker.reply("found", sentence=" ".join(sentences), title=holder.title)
     return example.replies(reply, contains=sentences, cites=holder.title)
 
 

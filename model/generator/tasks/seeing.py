@@ -46,7 +46,7 @@ def read_all(speaker: Speaker) -> Example:
         example = _example("image.nothing", typed).calls(TEXT, OUTPUTS["unreadable"])
         return example.replies(speaker.fixed("reply.unreadable"), refuses=True, contains=["could not read the image"])
     text = picture(speaker).text
-    reply = speaker.fixed("reply.imagetext").format(text=text)
+    reply = speaker.reply("imagetext", text=text)
     return _example("image.text", typed).calls(TEXT, text).replies(reply, contains=[text])
 
 
@@ -102,11 +102,11 @@ def read_codes(speaker: Speaker) -> Example:
     example = _example("barcode", typed).calls(BARCODES, lines)
     kind, content = codes[0]
     if asks_kind:
-        return example.replies(speaker.fixed("reply.codekind").format(type=kind), contains=[kind])
+        return example.replies(speaker.reply("codekind", type=kind), contains=[kind])
     if len(codes) > 1:
-        reply = speaker.fixed("reply.codes").format(count=len(codes), lines=lines)
+        reply = speaker.reply("codes", count=str(len(codes)), lines=lines)
     else:
-        reply = speaker.fixed("reply.longcode" if "\n" in content else "reply.code").format(type=kind, content=content)
+        reply = speaker.reply("longcode" if "\n" in content else "code", type=kind, content=content)
     return example.replies(reply, contains=[text for _, text in codes])
 
 
@@ -134,7 +134,7 @@ def follow_up(speaker: Speaker) -> Example:
             break
     example = Example("followup", typed, remembers=True)
     question = _asked(speaker, speaker.phrase("image.all"), TEXT)
-    example.chat.add(question, speaker.fixed("reply.imagetext").format(text=image.text), has_image=True)
+    example.chat.add(question, speaker.reply("imagetext", text=image.text), has_image=True)
     return example.replies(image.marked[mark], contains=[image.marked[mark]])
 
 

@@ -34,7 +34,7 @@ def ask(speaker: Speaker) -> Example:
         return example.replies(speaker.fixed("reply.textsilent"), refuses=True, contains=["does not say"])
     sentence = flat(made.question.told.sentence)
     example.points = [sentence]
-    return example.replies(speaker.fixed("reply.texttells").format(sentence=sentence), contains=[sentence])
+    return example.replies(speaker.reply("texttells", sentence=sentence), contains=[sentence])
 
 
 def _about(speaker: Speaker, made: Case, task: str) -> Example:
@@ -68,7 +68,7 @@ def extract(speaker: Speaker) -> Example:
     text = speaker.chance.choice((" ", " ", "\n")).join(sentences)
     example = Example("extract", speaker.ask(f"extract.{wanted}", text=text))
     if not found:
-        reply = speaker.fixed("reply.noextract").format(wanted=_CALLED.get(wanted, wanted))
+        reply = speaker.reply("noextract", wanted=_CALLED.get(wanted, wanted))
         return example.replies(reply, refuses=True, contains=["There are no"])
     reply = "\n".join(f"- {value}" for value in dict.fromkeys(found))
     return example.replies(reply, exact=reply)
@@ -112,7 +112,7 @@ def pick_sentence(speaker: Speaker) -> Example:
 
 
 TASKS = {
-    "text": ((ask, 6), (give, 1)),
+    "text": ((ask, 12), (give, 1)),
     "extract": ((extract, 1),),
     "shorten": ((shorten, 1),),
     "list": ((list_points, 3), (list_items, 3), (pick_sentence, 1)),
