@@ -4,6 +4,8 @@
 #include "trainer/copyexercises.h"
 
 #include <algorithm>
+#include <iterator>
+#include <map>
 #include <numeric>
 #include <utility>
 
@@ -43,6 +45,8 @@ void CopyExercises::show(const std::vector<Token> &tokens)
 
 Passage CopyExercises::make(int longest)
 {
+    if (chance(0.5))
+        return sentences();
     return chance(0.6) ? repetition(longest) : questions();
 }
 
@@ -90,6 +94,40 @@ Passage CopyExercises::questions()
         if (repeatsTheKey)
             append(passage, key, true);
         append(passage, value, true);
+        append(passage, {Tokenizer::messageEnd}, true);
+    }
+    return passage;
+}
+
+Passage CopyExercises::sentences()
+{
+    constexpr int mostAsked = 5;
+    const Token end = Tokenizer::firstByte + (chance(0.5) ? '.' : '\n');
+    std::vector<std::vector<Token>> all(static_cast<std::size_t>(number(2, 8)));
+    std::map<Token, int> occurrences;
+    Passage passage{taskName, {}, {}, 0};
+    append(passage, {Tokenizer::messageStart}, false);
+    for (std::vector<Token> &sentence : all) {
+        sentence = span(number(3, 12));
+        for (const Token token : sentence)
+            ++occurrences[token];
+        append(passage, sentence, false);
+        append(passage, {end}, false);
+    }
+    std::ranges::shuffle(all, m_random);
+    all.resize(std::min<std::size_t>(all.size(), mostAsked));
+    for (const std::vector<Token> &sentence : all) {
+        std::vector<Token> only;
+        std::ranges::copy_if(sentence, std::back_inserter(only),
+                             [&](Token token) { return token != end && occurrences[token] == 1; });
+        std::vector<Token> asked;
+        std::ranges::sample(only, std::back_inserter(asked), number(1, 3), m_random);
+        if (asked.empty())
+            continue;
+        append(passage, {Tokenizer::messageStart}, false);
+        append(passage, asked, false);
+        append(passage, {Tokenizer::messageStart}, false);
+        append(passage, sentence, true);
         append(passage, {Tokenizer::messageEnd}, true);
     }
     return passage;

@@ -27,6 +27,7 @@ public:
 private:
     Passage repetition(int longest);
     Passage questions();
+    Passage sentences(); ///< sentences, and a few tokens of one, of which it is to be written from its beginning
     std::vector<Token> span(int size);
     int number(int least, int most);
     bool chance(double share);
