@@ -84,15 +84,12 @@ Passage CopyExercises::questions()
         append(passage, value, false);
         append(passage, separator, false);
     }
-    const bool repeatsTheKey = chance(0.4);
     std::ranges::shuffle(entries, m_random);
     entries.resize(std::min<std::size_t>(entries.size(), 3));
     for (const auto &[key, value] : entries) {
         append(passage, {Tokenizer::messageStart}, false);
         append(passage, key, false);
         append(passage, {Tokenizer::messageStart}, false);
-        if (repeatsTheKey)
-            append(passage, key, true);
         append(passage, value, true);
         append(passage, {Tokenizer::messageEnd}, true);
     }
@@ -102,13 +99,14 @@ Passage CopyExercises::questions()
 Passage CopyExercises::sentences()
 {
     constexpr int mostAsked = 5;
+    const int longest = chance(0.4) ? 4 : 12; // where the first token stands near, it is found soonest
     const Token end = Tokenizer::firstByte + (chance(0.5) ? '.' : '\n');
     std::vector<std::vector<Token>> all(static_cast<std::size_t>(number(2, 8)));
     std::map<Token, int> occurrences;
     Passage passage{taskName, {}, {}, 0};
     append(passage, {Tokenizer::messageStart}, false);
     for (std::vector<Token> &sentence : all) {
-        sentence = span(number(3, 12));
+        sentence = span(number(2, longest));
         for (const Token token : sentence)
             ++occurrences[token];
         append(passage, sentence, false);
