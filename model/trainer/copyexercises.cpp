@@ -7,6 +7,7 @@
 #include <iterator>
 #include <map>
 #include <numeric>
+#include <ranges>
 #include <utility>
 
 namespace lumora::training {
@@ -98,8 +99,8 @@ Passage CopyExercises::questions()
 
 Passage CopyExercises::sentences()
 {
-    constexpr int mostAsked = 5;
-    const int longest = chance(0.4) ? 4 : 12; // where the first token stands near, it is found soonest
+    // Where the first token stands near to the others it is found soonest.
+    const int longest = chance(0.2) ? 2 : chance(0.4) ? 5 : 12;
     const Token end = Tokenizer::firstByte + (chance(0.5) ? '.' : '\n');
     std::vector<std::vector<Token>> all(static_cast<std::size_t>(number(2, 8)));
     std::map<Token, int> occurrences;
@@ -113,10 +114,9 @@ Passage CopyExercises::sentences()
         append(passage, {end}, false);
     }
     std::ranges::shuffle(all, m_random);
-    all.resize(std::min<std::size_t>(all.size(), mostAsked));
     for (const std::vector<Token> &sentence : all) {
-        std::vector<Token> only;
-        std::ranges::copy_if(sentence, std::back_inserter(only),
+        std::vector<Token> only; // found nowhere else; not the first, which could be copied from the question
+        std::ranges::copy_if(sentence | std::views::drop(1), std::back_inserter(only),
                              [&](Token token) { return token != end && occurrences[token] == 1; });
         std::vector<Token> asked;
         std::ranges::sample(only, std::back_inserter(asked), number(1, 3), m_random);
