@@ -103,27 +103,35 @@ Passage CopyExercises::sentences()
     const int longest = chance(0.2) ? 2 : chance(0.4) ? 5 : 12;
     const Token end = Tokenizer::firstByte + (chance(0.5) ? '.' : '\n');
     std::vector<std::vector<Token>> all(static_cast<std::size_t>(number(2, 8)));
-    std::map<Token, int> occurrences;
-    Passage passage{taskName, {}, {}, 0};
-    append(passage, {Tokenizer::messageStart}, false);
+    std::vector<Token> text{Tokenizer::messageStart};
+    std::map<Token, int> occurrences{{end, 2}};
     for (std::vector<Token> &sentence : all) {
         sentence = span(number(2, longest));
         for (const Token token : sentence)
             ++occurrences[token];
-        append(passage, sentence, false);
-        append(passage, {end}, false);
+        text.insert(text.end(), sentence.begin(), sentence.end());
+        text.push_back(end);
     }
+
+    // Before the text one question fits, behind it one for each sentence.
+    const bool isAskedBefore = chance(0.4);
+    Passage passage{taskName, {}, {}, 0};
+    if (!isAskedBefore)
+        append(passage, text, false);
     std::ranges::shuffle(all, m_random);
+    all.resize(isAskedBefore ? 1 : all.size());
     for (const std::vector<Token> &sentence : all) {
         std::vector<Token> only; // found nowhere else; not the first, which could be copied from the question
         std::ranges::copy_if(sentence | std::views::drop(1), std::back_inserter(only),
-                             [&](Token token) { return token != end && occurrences[token] == 1; });
+                             [&](Token token) { return occurrences[token] == 1; });
+        append(passage, {Tokenizer::messageStart}, false);
         std::vector<Token> asked;
         std::ranges::sample(only, std::back_inserter(asked), number(1, 3), m_random);
         if (asked.empty())
             continue;
-        append(passage, {Tokenizer::messageStart}, false);
         append(passage, asked, false);
+        if (isAskedBefore)
+            append(passage, text, false);
         append(passage, {Tokenizer::messageStart}, false);
         append(passage, sentence, true);
         append(passage, {Tokenizer::messageEnd}, true);

@@ -11,8 +11,8 @@
 
 namespace lumora::training {
 
-/// Exercises in copying, of tokens without sense: a span that is repeated, or questions about keys that each had a
-/// value. Copying is what most answers are made of, and these teach it more densely than conversations do.
+/// Exercises in finding and copying, of tokens without sense: a span that is repeated, questions about keys that each
+/// had a value, or about sentences. Most answers are made of this, and these teach it more densely than conversations.
 class CopyExercises
 {
 public:
@@ -27,7 +27,7 @@ public:
 private:
     Passage repetition(int longest);
     Passage questions();
-    Passage sentences(); ///< sentences, and a few tokens of one, of which it is to be written from its beginning
+    Passage sentences(); ///< a few tokens of a sentence ask for the whole of it, behind the text or before it
     std::vector<Token> span(int size);
     int number(int least, int most);
     bool chance(double share);
