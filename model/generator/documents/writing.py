@@ -36,6 +36,11 @@ class Document:
     heading: str
     steps: list[str]
 
+    @property
+    def sentences(self) -> list[str]:
+        """Those that state its facts, each once: some state two."""
+        return list(dict.fromkeys(told.sentence for told in self.told))
+
 
 def some_kind(speaker: Speaker) -> Kind:
     """Half of what the held-out splits write is of kinds that training never sees."""

@@ -95,7 +95,7 @@ def sum_up(speaker: Speaker) -> Example:
         if found and found[0] is subject:
             break
     shown = flat(excerpt(subject.text, phrase))
-    sentences = [sentence for told in subject.told if (sentence := flat(told.sentence)) in shown][:_MOST_SENTENCES]
+    sentences = [flat(sentence) for sentence in subject.sentences if flat(sentence) in shown][:_MOST_SENTENCES]
     example = Example("search.sumup", typed, subject=subject.title)
     example.chat.documents = titles
     example.calls(SEARCH, output(found, phrase), query=phrase)

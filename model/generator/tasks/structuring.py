@@ -69,7 +69,7 @@ def paragraph(speaker: Speaker) -> Example:
     slots = writer.new_slots(kind)
     document = writer.write(kind, 6, slots=slots)
     typed = speaker.ask(speaker.chance.choice(("shorten", "points", "card")), text=document.text)
-    sentences = [ended(flat(told.sentence)) for told in document.told]
+    sentences = [ended(flat(sentence)) for sentence in document.sentences]
     title = document.heading or subject_of(sentences[0])
     example = Example("card.text", typed)
     return _fill(example, _card(title, sentences[0], sentences[:_MOST_POINTS], document.steps))

@@ -78,14 +78,14 @@ def shorten(speaker: Speaker) -> Example:
     """The first sentences that say something."""
     document = _some_text(speaker, 7)
     typed = speaker.ask("shorten", text=document.text)
-    main = [ended(flat(told.sentence)) for told in document.told[:_MOST_MAIN_SENTENCES]]
+    main = [ended(flat(sentence)) for sentence in document.sentences[:_MOST_MAIN_SENTENCES]]
     return Example("shorten", typed).replies(" ".join(main), contains=main[:1])
 
 
 def list_points(speaker: Speaker) -> Example:
     """All that the text states, as a list."""
     document = _some_text(speaker, 7)
-    reply = "\n".join("- " + flat(told.sentence) for told in document.told)
+    reply = "\n".join("- " + flat(sentence) for sentence in document.sentences)
     return Example("points", speaker.ask("points", text=document.text)).replies(reply, exact=reply)
 
 
@@ -105,7 +105,7 @@ def list_items(speaker: Speaker) -> Example:
 def pick_sentence(speaker: Speaker) -> Example:
     """The first or the last sentence."""
     place = speaker.chance.choice(("first", "last"))
-    sentences = [ended(flat(told.sentence)) for told in _some_text(speaker).told]
+    sentences = [ended(flat(sentence)) for sentence in _some_text(speaker).sentences]
     reply = sentences[0 if place == "first" else -1]
     typed = speaker.ask(f"pick.{place}", text=" ".join(sentences))
     return Example("pick", typed).replies(reply, exact=reply)
