@@ -9,7 +9,7 @@ namespace lumora::service {
 
 namespace {
 
-constexpr std::chrono::milliseconds interval{16};
+constexpr std::chrono::milliseconds interval{33}; // thirty a second
 
 } // namespace
 

@@ -10,8 +10,9 @@
 
 namespace lumora::service {
 
-/// Joins pieces of text that come faster than a screen shows them. The first goes out at once; after it, at most one
-/// every 16 ms. What waits goes out with the next piece that is due, or with flush().
+/// Joins pieces of text that come faster than anybody reads. The first goes out at once; after it, at most one every
+/// 33 ms, since each wakes the window, beside which the engine computes on all cores. What waits goes out with the next
+/// piece that is due, or with flush().
 class TextPacer
 {
 public:

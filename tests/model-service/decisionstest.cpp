@@ -142,11 +142,11 @@ private Q_SLOTS:
         pacer.add("a");
         QCOMPARE(sent, std::vector<std::string>{"a"});
         for (const char *const piece : {"b", "c", ""}) {
-            now += 5ms;
+            now += 10ms;
             pacer.add(piece);
         }
         QCOMPARE(sent.size(), 1);
-        now += 1ms;
+        now += 3ms;
         pacer.add("d");
         QCOMPARE(sent.back(), std::string("bcd"));
         pacer.add("e");
