@@ -101,16 +101,21 @@ Passage CopyExercises::sentences()
 {
     // Where the first token stands near to the others it is found soonest.
     const int longest = chance(0.2) ? 2 : chance(0.4) ? 5 : 12;
-    const Token end = Tokenizer::firstByte + (chance(0.5) ? '.' : '\n');
+    // A full stop is followed by a space, which is not the sentence's.
+    const std::vector<Token> end = chance(0.5)
+                                       ? std::vector<Token>{Tokenizer::firstByte + '.', Tokenizer::firstByte + ' '}
+                                       : std::vector<Token>{Tokenizer::firstByte + '\n'};
     std::vector<std::vector<Token>> all(static_cast<std::size_t>(number(2, 8)));
     std::vector<Token> text{Tokenizer::messageStart};
-    std::map<Token, int> occurrences{{end, 2}};
+    std::map<Token, int> occurrences;
+    for (const Token token : end)
+        occurrences[token] = 2;
     for (std::vector<Token> &sentence : all) {
         sentence = span(number(2, longest));
         for (const Token token : sentence)
             ++occurrences[token];
         text.insert(text.end(), sentence.begin(), sentence.end());
-        text.push_back(end);
+        text.insert(text.end(), end.begin(), end.end());
     }
 
     // Before the text one question fits, behind it one for each sentence.

@@ -63,7 +63,7 @@ void train(Options options)
     configuration.shape.vocabulary = static_cast<int>(vocabulary.tokenizer().size());
     BuiltInModel model{configuration.shape, {}};
     if (options["--from"].empty()) {
-        model.weights = startingWeights(configuration.shape, configuration.seed);
+        model.weights = startingWeights(configuration.shape, vocabulary.tokenizer().texts(), configuration.seed);
     } else {
         model = readModel(options["--from"], vocabulary.tokenizer());
         // It has learned what the phases before the last one teach.

@@ -15,7 +15,7 @@ namespace lumora::training {
 struct Shape
 {
     int vocabulary = 2048;
-    int width = 192;
+    int width = 240;
     int layers = 6;
     int heads = 4;
     int keyHeads = 2; ///< a divisor of heads

@@ -138,7 +138,10 @@ private Q_SLOTS:
     {
         const Shape shape{.vocabulary = 500, .context = 512};
         Network network(shape);
-        const std::vector<float> weights = startingWeights(shape, 1);
+        std::vector<std::string> texts(static_cast<std::size_t>(shape.vocabulary));
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            texts[i] = "t" + std::to_string(i);
+        const std::vector<float> weights = startingWeights(shape, texts, 1);
         Passage passage{"", {}, {}, 0};
         std::uniform_int_distribution<Token> token(2, shape.vocabulary - 1);
         for (int i = 0; i < 40; ++i)
