@@ -28,6 +28,24 @@ bool isStopRequested(void *stop)
 
 } // namespace
 
+class LlamaContext::State final : public ComputedState
+{
+public:
+    State(std::vector<std::uint8_t> data, Positions positions)
+        : m_data(std::move(data))
+        , m_positions(std::move(positions))
+    {
+    }
+
+    std::size_t bytes() const override { return m_data.size(); }
+    const std::vector<std::uint8_t> &data() const { return m_data; }
+    const Positions &positions() const { return m_positions; }
+
+private:
+    std::vector<std::uint8_t> m_data;
+    Positions m_positions;
+};
+
 LlamaContext::LlamaContext(ContextHandle context)
     : m_context(std::move(context))
 {
@@ -91,6 +109,29 @@ std::size_t LlamaContext::evaluateImage(LlamaImages &images, std::size_t number,
         throw internalFailure("an image could not be evaluated");
     }
     return goesBack() && cut(position) ? position : clear(); // some of the stretch may have been computed
+}
+
+std::unique_ptr<ComputedState> LlamaContext::copyState(std::size_t mostBytes) const
+{
+    const std::size_t size = llama_state_seq_get_size(m_context.get(), 0);
+    if (size > mostBytes)
+        return nullptr;
+    std::vector<std::uint8_t> data(size);
+    if (llama_state_seq_get_data(m_context.get(), data.data(), size, 0) != size)
+        return nullptr;
+    return std::make_unique<State>(std::move(data), m_positions);
+}
+
+bool LlamaContext::restoreState(const ComputedState &state)
+{
+    const auto &copy = static_cast<const State &>(state); // there are no others in this program
+    clear();
+    if (llama_state_seq_set_data(m_context.get(), copy.data().data(), copy.bytes(), 0) == 0) {
+        clear();
+        return false;
+    }
+    m_positions = copy.positions();
+    return true;
 }
 
 /// Forgets what came after the first count tokens; false where the model cannot go back.

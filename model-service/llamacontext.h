@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <stop_token>
 
@@ -28,9 +29,14 @@ public:
     std::size_t evaluateImage(LlamaImages &images, std::size_t number, std::size_t position,
                               const std::stop_token &stop);
 
+    std::unique_ptr<ComputedState> copyState(std::size_t mostBytes) const;
+    bool restoreState(const ComputedState &state);
+
     llama_context *handle() const { return m_context.get(); }
 
 private:
+    class State;
+
     std::int32_t decode(std::span<const Token> tokens, llama_pos position);
     bool cut(std::size_t count);
     std::size_t clear();

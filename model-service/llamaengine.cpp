@@ -227,6 +227,16 @@ std::size_t LlamaEngine::evaluateImage(std::size_t number, std::size_t position,
     return m_context->evaluateImage(*m_images, number, position, stop);
 }
 
+std::unique_ptr<ComputedState> LlamaEngine::copyState(std::size_t mostBytes) const
+{
+    return m_context->copyState(mostBytes);
+}
+
+bool LlamaEngine::restoreState(const ComputedState &state)
+{
+    return m_context->restoreState(state);
+}
+
 void LlamaEngine::startSampling(const SamplingSettings &settings)
 {
     m_sampler = std::make_unique<LlamaSampler>(*m_vocabulary, settings);

@@ -45,6 +45,8 @@ public:
     std::size_t keep(std::size_t count) override;
     std::size_t evaluate(std::span<const Token> tokens, std::size_t position, const std::stop_token &stop) override;
     std::size_t evaluateImage(std::size_t number, std::size_t position, const std::stop_token &stop) override;
+    std::unique_ptr<ComputedState> copyState(std::size_t mostBytes) const override;
+    bool restoreState(const ComputedState &state) override;
     void startSampling(const SamplingSettings &settings) override;
     void setGrammar(const std::string &gbnf) override;
     Token sample() override;

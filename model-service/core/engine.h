@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <stop_token>
@@ -31,6 +32,18 @@ struct ImageStretch
 /// What stands for an image, in order: its stretches, and the tokens with which the model marks where they begin and
 /// end.
 using PreparedImage = std::vector<std::variant<std::vector<Token>, ImageStretch>>;
+
+/// What an engine has computed for a sequence, put aside. It belongs to the model that was loaded then.
+class ComputedState
+{
+public:
+    ComputedState() = default;
+    virtual ~ComputedState() = default;
+    ComputedState(const ComputedState &) = delete;
+    ComputedState &operator=(const ComputedState &) = delete;
+
+    virtual std::size_t bytes() const = 0;
+};
 
 /// What runs a model: one model, one sequence of tokens. Used by one thread; a stop may be requested by another.
 /// Everything but load and contextSize needs a loaded model.
@@ -76,6 +89,12 @@ public:
     /// Evaluates a stretch of the images that were prepared last, which follows the first position tokens. Returns as
     /// evaluate does: a stretch is evaluated as a whole or not at all.
     virtual std::size_t evaluateImage(std::size_t number, std::size_t position, const std::stop_token &stop) = 0;
+
+    /// A copy of what is evaluated; null where it takes more bytes than that, or cannot be had.
+    virtual std::unique_ptr<ComputedState> copyState(std::size_t mostBytes) const = 0;
+
+    /// Puts such a copy in the place of what is evaluated. False: nothing is evaluated then.
+    virtual bool restoreState(const ComputedState &state) = 0;
 
     virtual void startSampling(const SamplingSettings &settings) = 0;
 

@@ -3,6 +3,7 @@
 
 #include "core/service.h"
 
+#include "core/conversation.h"
 #include "core/failure.h"
 #include "core/reply.h"
 
@@ -128,6 +129,20 @@ wire::Answer Service::work(const wire::Count &count, const std::stop_token &)
     requireModel();
     const auto tokens = m_engine.tokenize(count.text, SpecialTokens::asText);
     return wire::Counted{count.id, static_cast<std::int64_t>(tokens.size())};
+}
+
+wire::Answer Service::work(const wire::Prepare &prepare, const std::stop_token &stop)
+{
+    requireModel();
+    const std::size_t before = m_context.evaluatedCount();
+    const Sequence opening = Conversation(m_engine).opening({.instructions = prepare.instructions}, {});
+    if (opening.tokens.size() > m_engine.contextSize())
+        throw promptTooLong();
+    m_context.advanceTo(opening, stop);
+    return wire::Finished{.id = prepare.id,
+                          .inputTokens = static_cast<std::int64_t>(opening.tokens.size()),
+                          .evaluatedTokens = static_cast<std::int64_t>(m_context.evaluatedCount() - before),
+                          .content = std::nullopt};
 }
 
 wire::Answer Service::work(const wire::Respond &respond, const std::stop_token &stop)

@@ -32,6 +32,7 @@ private:
     wire::Answer answer(const Job &job);
     wire::Answer work(const wire::Load &load, const std::stop_token &stop);
     wire::Answer work(const wire::Count &count, const std::stop_token &stop);
+    wire::Answer work(const wire::Prepare &prepare, const std::stop_token &stop);
     wire::Answer work(const wire::Respond &respond, const std::stop_token &stop);
     bool loadProjector(std::int64_t id, const std::string &path, const std::stop_token &stop, std::string &description);
     void requireModel() const;

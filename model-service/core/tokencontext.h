@@ -4,6 +4,7 @@
 #pragma once
 
 #include "core/engine.h"
+#include "core/keptstates.h"
 #include "core/sequence.h"
 
 #include <cstddef>
@@ -12,7 +13,8 @@
 namespace lumora::service {
 
 /// Knows which sequence an engine stands after, and takes it on to another at the least cost: what both begin with is
-/// kept.
+/// kept. What it turns away from is kept aside, since the next question may go on from there: other tools change what a
+/// request begins with.
 class TokenContext
 {
 public:
@@ -30,10 +32,12 @@ public:
     std::size_t evaluatedCount() const { return m_evaluatedCount; }
 
 private:
+    void turnTo(const Sequence &sequence);
     std::size_t evaluate(const Sequence &sequence, std::size_t from, const std::stop_token &stop);
 
     Engine &m_engine;
     Sequence m_held; // that the engine stands after
+    KeptStates m_aside;
     std::size_t m_evaluatedCount = 0;
 };
 

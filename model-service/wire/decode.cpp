@@ -165,6 +165,11 @@ Request countOf(std::int64_t id, const Value &object)
     return Count{id, textOf(object, "text")};
 }
 
+Request prepareOf(std::int64_t id, const Value &object)
+{
+    return Prepare{id, textOf(object, "instructions")};
+}
+
 Request respondOf(std::int64_t id, const Value &object)
 {
     return Respond{id,
@@ -223,9 +228,10 @@ Answer failedOf(std::int64_t id, const Value &object)
 template <typename Message>
 using Decoder = std::pair<std::string_view, Message (*)(std::int64_t, const Value &)>;
 
-constexpr std::array<Decoder<Request>, 5> requestDecoders{{
+constexpr std::array<Decoder<Request>, 6> requestDecoders{{
     {"load", loadOf},
     {"count", countOf},
+    {"prepare", prepareOf},
     {"respond", respondOf},
     {"toolOutput", toolOutputOf},
     {"cancel", cancelOf},

@@ -160,6 +160,13 @@ std::string text(const Count &count)
     return writer.finish();
 }
 
+std::string text(const Prepare &prepare)
+{
+    MessageWriter writer("prepare", prepare.id);
+    writer.member("instructions", prepare.instructions);
+    return writer.finish();
+}
+
 std::string text(const Respond &respond)
 {
     MessageWriter writer("respond", respond.id);

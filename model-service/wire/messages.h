@@ -77,6 +77,14 @@ struct Respond
     bool operator==(const Respond &) const = default;
 };
 
+/// Computes ahead what requests with these instructions begin with.
+struct Prepare
+{
+    std::int64_t id = 0;
+    std::string instructions;
+    bool operator==(const Prepare &) const = default;
+};
+
 struct ToolOutput
 {
     std::int64_t id = 0;
@@ -91,7 +99,7 @@ struct Cancel
     bool operator==(const Cancel &) const = default;
 };
 
-using Request = std::variant<Load, Count, Respond, ToolOutput, Cancel>;
+using Request = std::variant<Load, Count, Prepare, Respond, ToolOutput, Cancel>;
 
 /// What the service sends.
 struct Loaded

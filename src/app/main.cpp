@@ -3,6 +3,7 @@
 
 #include "app/installation.h"
 #include "app/program.h"
+#include "generation/sessionsetup.h"
 #include "platform/files/storagelocation.h"
 #include "platform/model/local/localmodelservice.h"
 
@@ -13,6 +14,7 @@ int main(int argc, char *argv[])
     lumora::prepareApplication();
     const QGuiApplication application(argc, argv);
     const auto folder = lumora::storageFolder(lumora::applicationSupportDirectory());
-    const lumora::LocalModelSettings model = lumora::installedModel(QGuiApplication::applicationDirPath(), folder);
+    lumora::LocalModelSettings model = lumora::installedModel(QGuiApplication::applicationDirPath(), folder);
+    model.instructions = lumora::sessionInstructions();
     return lumora::runProgram(std::make_shared<lumora::LocalModelService>(model));
 }

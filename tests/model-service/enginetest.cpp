@@ -150,6 +150,28 @@ private Q_SLOTS:
         QCOMPARE(service.text, text);
     }
 
+    void preparesAndGoesBack()
+    {
+        ServiceProcess service(program);
+        as<Loaded>(service.load(tiny()));
+        const Respond plain = question("What is the river? " + std::string(300, '.'));
+        Respond other = plain;
+        other.tools = tools;
+        const auto prepared = as<Finished>(service.ask(Prepare{7, plain.instructions}));
+        QVERIFY(prepared.evaluatedTokens == prepared.inputTokens && prepared.outputTokens == 0);
+        const auto first = as<Finished>(service.ask(plain));
+        const std::string text = service.text;
+        QVERIFY(first.evaluatedTokens < first.inputTokens + first.outputTokens);
+        const auto second = as<Finished>(service.ask(other));
+        const std::string otherText = service.text;
+        QVERIFY(second.evaluatedTokens > second.outputTokens + 100);
+        const auto again = as<Finished>(service.ask(plain));
+        QCOMPARE(service.text, text);
+        QCOMPARE(again.evaluatedTokens, 1 + again.outputTokens);
+        as<Finished>(service.ask(other));
+        QCOMPARE(service.text, otherText);
+    }
+
     void stopsInMidReply()
     {
         ServiceProcess service(program);

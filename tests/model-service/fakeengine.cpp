@@ -14,6 +14,15 @@ namespace {
 
 constexpr Token firstPiece = 1000;
 
+struct FakeState final : ComputedState
+{
+    std::size_t bytes() const override { return size; }
+
+    std::size_t size = 0;
+    std::vector<Token> held;
+    std::vector<std::pair<std::size_t, std::size_t>> stretches;
+};
+
 } // namespace
 
 std::string FakeEngine::load(const std::string &path, std::optional<std::int64_t> contextLimit, const std::stop_token &)
@@ -129,6 +138,25 @@ std::size_t FakeEngine::evaluate(std::span<const Token> tokens, std::size_t posi
     held.insert(held.end(), done.begin(), done.end());
     evaluations.push_back(count);
     return held.size();
+}
+
+std::unique_ptr<ComputedState> FakeEngine::copyState(std::size_t mostBytes) const
+{
+    if (bytesPerToken * held.size() > mostBytes)
+        return nullptr;
+    auto state = std::make_unique<FakeState>();
+    state->size = bytesPerToken * held.size();
+    state->held = held;
+    state->stretches = stretches;
+    return state;
+}
+
+bool FakeEngine::restoreState(const ComputedState &state)
+{
+    const auto &copy = dynamic_cast<const FakeState &>(state);
+    held = copy.held;
+    stretches = copy.stretches;
+    return true;
 }
 
 Token FakeEngine::sample()

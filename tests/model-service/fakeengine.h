@@ -38,6 +38,8 @@ struct FakeEngine final : Engine
     std::size_t keep(std::size_t count) override;
     std::size_t evaluate(std::span<const Token> tokens, std::size_t position, const std::stop_token &stop) override;
     std::size_t evaluateImage(std::size_t number, std::size_t position, const std::stop_token &stop) override;
+    std::unique_ptr<ComputedState> copyState(std::size_t mostBytes) const override;
+    bool restoreState(const ComputedState &state) override;
     void startSampling(const SamplingSettings &settings) override { sampling = settings; }
     void setGrammar(const std::string &gbnf) override { grammar = gbnf; }
     Token sample() override;
@@ -75,6 +77,7 @@ struct FakeEngine final : Engine
     };
 
     std::vector<Stretch> prepared;
+    std::size_t bytesPerToken = 1;                              // of a copied state
     std::vector<std::pair<std::size_t, std::size_t>> stretches; // that are held: start and size
     std::vector<Token> held;
     std::vector<std::size_t> evaluations; // tokens in each

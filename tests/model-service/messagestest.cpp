@@ -68,6 +68,7 @@ private Q_SLOTS:
         const std::vector<Request> requests = {Load{1, "/a b/ü.gguf", std::nullopt, "/mmproj.gguf"},
                                                Load{-2, "", 4096},
                                                Count{3, ""},
+                                               Prepare{6, "Be \"kind\"."},
                                                Respond{},
                                                full,
                                                ToolOutput{4, "call-1", "line\nline"},

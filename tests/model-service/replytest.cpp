@@ -305,6 +305,32 @@ private Q_SLOTS:
         QCOMPARE(anew.evaluatedTokens, anew.inputTokens);
     }
 
+    // Other tools stand near the beginning, so that hardly anything is in common.
+    void goesBackToWhatOtherToolsTurnedAwayFrom()
+    {
+        Runner runner;
+        const std::string chat(200, 'a');
+        const auto evaluated = [&](const wire::Respond &request) { return runner.run(request).evaluatedTokens; };
+        evaluated(greeting(chat));
+        const qint64 whole = evaluated(withTools(greeting(chat)));
+        QVERIFY(whole > 200);
+        const qint64 added = 5 + 2; // the word, the end, the mark of the turn
+        QCOMPARE(evaluated(greeting(chat + " more")), added);
+        QCOMPARE(evaluated(withTools(greeting(chat + " more"))), added);
+        QVERIFY(runner.engine.heldText().find(chat + " more<|end|>") != std::string::npos);
+
+        runner.context.forget();
+        const wire::Finished anew = runner.run(withTools(greeting(chat)));
+        QCOMPARE(anew.evaluatedTokens, anew.inputTokens);
+
+        // Two of these are more than is kept.
+        runner.context.forget();
+        runner.engine.bytesPerToken = KeptStates::mostBytes / 400;
+        evaluated(greeting(chat));
+        evaluated(withTools(greeting(chat)));
+        QVERIFY(evaluated(greeting(chat)) == 1 && evaluated(withTools(greeting(chat))) >= whole);
+    }
+
     void keepsWhatWasEvaluatedBeforeAStop()
     {
         Runner runner;

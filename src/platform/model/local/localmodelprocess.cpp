@@ -84,6 +84,8 @@ void LocalModelService::takeLoaded(const wire::Loaded &loaded)
         qCWarning(log, "the model reads no images: %s", loaded.description.c_str());
     m_contextSize = loaded.contextSize;
     m_readsImages = loaded.readsImages;
+    if (!m_settings.instructions.isEmpty()) // its end is of no interest
+        send(wire::Prepare{++m_lastID, m_settings.instructions.toStdString()});
     enter(State::ready);
 }
 

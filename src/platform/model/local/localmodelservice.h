@@ -38,6 +38,8 @@ struct LocalModelSettings
     std::optional<QString> modelFolder;
     /// Where the built-in model may lie; the first that exists counts.
     QStringList builtInModels;
+    /// What requests begin with; computed before the first one comes.
+    QString instructions;
     ServiceCommand command;
     ServicePatience patience;
 };
