@@ -9,8 +9,9 @@
 #   Lumora::llama   what such a program links
 #   Lumora::mtmd    where LUMORA_MTMD_FOUND is on as well: libmtmd, which comes with libllama and reads images
 #   lumora_add_llama_program(NAME SOURCES … LINKS … ARGUMENTS …)
-#       builds bin/NAME; ARGUMENTS are what the launcher passes before its own, with @BACKENDS@ for the folder of ggml's
-#       backends. They are passed only where there is a launcher.
+#       builds bin/NAME; ARGUMENTS are what the launcher passes before its own, with @RUNTIME@ for the folder of the
+#       libraries that it runs on and @BACKENDS@ for that of ggml's backends. They are passed only where there is a
+#       launcher.
 #   lumora_install_llama_program(NAME FOLDER)
 
 set(LUMORA_LLAMA_PREFIX "" CACHE PATH "Folder with libllama's unpacked packages; empty for the system's libllama")
@@ -116,6 +117,7 @@ function(lumora_write_launcher path name runtime arguments)
     lumora_quote_for_shell("${backends}" backends)
     list(JOIN arguments " " LAUNCHER_ARGUMENTS)
     string(REPLACE "@BACKENDS@" "\"$runtime/${backends}\"" LAUNCHER_ARGUMENTS "${LAUNCHER_ARGUMENTS}")
+    string(REPLACE "@RUNTIME@" "\"$runtime\"" LAUNCHER_ARGUMENTS "${LAUNCHER_ARGUMENTS}")
     configure_file(${PROJECT_SOURCE_DIR}/cmake/launcher.sh.in ${path} @ONLY
         FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 endfunction()

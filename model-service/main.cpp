@@ -10,10 +10,12 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <span>
 #include <string>
 #include <string_view>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 using namespace lumora;
 using namespace lumora::service;
@@ -26,20 +28,40 @@ enum ExitStatus {
     incomplete = 127, // as where a program or a library is missing
 };
 
-/// --backends FOLDER, where ggml's backends lie. The launcher puts its own first; the last one counts.
-std::string backendFolder(int argc, char **argv)
+/// lumora-model [--backends FOLDER] [--reads PATH]...
+struct Arguments
 {
-    return argc >= 3 && std::string_view(argv[argc - 2]) == "--backends" ? argv[argc - 1] : "";
+    std::string backends;           ///< where ggml's backends lie; empty = where the library looks; the last one counts
+    std::vector<std::string> reads; ///< files and folders: all that it can be told to load
+};
+
+Arguments argumentsOf(std::span<char *const> words)
+{
+    Arguments arguments;
+    for (std::size_t i = 1; i + 1 < words.size(); i += 2) {
+        const std::string_view name = words[i];
+        if (name == "--backends")
+            arguments.backends = words[i + 1];
+        else if (name == "--reads")
+            arguments.reads.emplace_back(words[i + 1]);
+    }
+    arguments.reads.push_back(arguments.backends);
+    return arguments;
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
+    closeInheritedFiles();
+    const Arguments arguments = argumentsOf({argv, static_cast<std::size_t>(argc)});
     const int output = claimStandardOutput();
     if (output < 0)
         return misused;
-    confine();
+    if (!confine(arguments.reads)) {
+        std::fputs("lumora-model: the system refuses to isolate this process\n", stderr);
+        return incomplete;
+    }
     limitBusyWaiting();
 
     Inbox inbox;
@@ -58,7 +80,7 @@ int main(int argc, char **argv)
     const auto guardLoad = [output](const wire::Answer *answer) {
         armCrashGuard(output, answer != nullptr ? wire::frame(wire::encode(*answer)) : std::string());
     };
-    LlamaEngine engine(backendFolder(argc, argv));
+    LlamaEngine engine(arguments.backends);
     if (!LlamaEngine::hasProcessorBackend()) {
         std::fputs("lumora-model: the engine has no backend for the processor; the installation is incomplete\n",
                    stderr);

@@ -11,6 +11,7 @@
 #include "app/windowmemory.h"
 #include "platform/desktop/filedialogs.h"
 #include "platform/files/storagelocation.h"
+#include "platform/isolation/isolation.h"
 #include "store/chatstore.h"
 
 #include <QGuiApplication>
@@ -19,6 +20,7 @@
 
 #include <cstdlib>
 #include <optional>
+#include <string>
 
 namespace lumora {
 
@@ -64,6 +66,8 @@ void prepareApplication()
 
 int runProgram(std::shared_ptr<ModelService> service)
 {
+    if (const std::string missing = missingIsolation(); !missing.empty())
+        say(QString::fromStdString(missing));
     installTranslations(QCoreApplication::applicationDirPath(), QLocale::system().uiLanguages());
     chooseFont();
     chooseIcon();

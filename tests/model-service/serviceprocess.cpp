@@ -3,6 +3,8 @@
 
 #include "serviceprocess.h"
 
+#include <QDir>
+
 #include <stdexcept>
 
 namespace lumora {
@@ -19,6 +21,11 @@ ServiceProcess::~ServiceProcess()
 {
     process.closeWriteChannel();
     process.waitForFinished(limit);
+}
+
+QStringList ServiceProcess::ownFiles()
+{
+    return {"--reads", TINY_MODELS, "--reads", QDir::tempPath()};
 }
 
 void ServiceProcess::send(const wire::Request &request)

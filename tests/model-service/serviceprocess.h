@@ -18,7 +18,7 @@ namespace lumora {
 /// The real service, started as the program starts it. A wait that takes too long ends the test with an exception.
 struct ServiceProcess
 {
-    explicit ServiceProcess(const QString &program, const QStringList &arguments = {});
+    explicit ServiceProcess(const QString &program, const QStringList &arguments = ownFiles());
     ~ServiceProcess();
     Q_DISABLE_COPY_MOVE(ServiceProcess)
 
@@ -33,6 +33,9 @@ struct ServiceProcess
 
     wire::Answer load(const QString &path, std::optional<std::int64_t> contextLimit = {},
                       const QString &projector = {});
+    /// Lets it read the tiny models and the folders that a test makes.
+    static QStringList ownFiles();
+
     bool waitForEnd() { return process.waitForFinished(limit); }
 
     std::string text; ///< of the last request

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "enginequestions.h"
+#include "platform/isolation/isolation.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -78,6 +79,21 @@ private Q_SLOTS:
         as<Loaded>(service.load(writeSplit(folder)));
         as<Finished>(service.ask(question("Hello")));
         QCOMPARE(service.text, text);
+    }
+
+    void readsOnlyWhatItMay()
+    {
+        if (!missingIsolation().empty())
+            QSKIP("this kernel does not isolate");
+        const QTemporaryDir folder;
+        QVERIFY(QFile::link(tiny(), folder.filePath("link.gguf")));
+        ServiceProcess service(program, {"--reads", folder.filePath("link.gguf")});
+        const auto failed = as<Failed>(service.load(write(folder, tinyBytes())));
+        QCOMPARE(failed.code, ErrorCode::badFile);
+        QVERIFY2(failed.message.find("cannot be read") != std::string::npos, failed.message.c_str());
+        as<Loaded>(service.load(folder.filePath("link.gguf")));
+        as<Finished>(service.ask(question("Hello")));
+        QVERIFY(bytesOf(QStringLiteral("/proc/%1/status").arg(service.process.processId())).contains("Seccomp:\t2"));
     }
 
     void readsTextWithoutAProjector_data()

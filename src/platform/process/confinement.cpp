@@ -3,6 +3,8 @@
 
 #include "platform/process/confinement.h"
 
+#include "platform/isolation/isolation.h"
+
 #include <algorithm>
 #include <csignal>
 #include <poll.h>
@@ -33,12 +35,13 @@ bool hasReader()
 
 } // namespace
 
-bool confine(std::uint64_t addressSpace, std::uint64_t processorTime)
+bool confine(std::uint64_t addressSpace, std::uint64_t processorTime, const std::vector<std::string> &files)
 {
-    return prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
-           prctl(PR_SET_DUMPABLE, 0) == 0 && limit(RLIMIT_CORE, 0) && limit(RLIMIT_FSIZE, 0) &&
-           limit(RLIMIT_CPU, processorTime) && limit(RLIMIT_AS, addressSpace) &&
-           hasReader(); // which may have ended before its end would have been told
+    Reach reach{systemFiles(), {}};
+    reach.files.insert(reach.files.end(), files.begin(), files.end());
+    return prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && prctl(PR_SET_DUMPABLE, 0) == 0 && limit(RLIMIT_CORE, 0) &&
+           limit(RLIMIT_FSIZE, 0) && limit(RLIMIT_CPU, processorTime) && limit(RLIMIT_AS, addressSpace) &&
+           isolate(reach) && hasReader(); // which may have ended before its end would have been told
 }
 
 } // namespace lumora

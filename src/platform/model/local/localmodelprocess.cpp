@@ -20,9 +20,12 @@ constexpr int tooManyCrashes = 3;
 
 } // namespace
 
-void LocalModelService::startProcess()
+void LocalModelService::startProcess(const QStringList &files)
 {
-    m_process = new ServiceProcess(m_settings.command, this);
+    ServiceCommand command = m_settings.command;
+    for (const QString &file : files)
+        command.arguments += {QStringLiteral("--reads"), file};
+    m_process = new ServiceProcess(command, this);
     connect(m_process, &ServiceProcess::answered, this, &LocalModelService::takeAnswer);
     connect(m_process, &ServiceProcess::ended, this, &LocalModelService::takeEnd);
 }
@@ -110,7 +113,6 @@ bool LocalModelService::tryWithoutProjector()
     qCWarning(log, "loading the model with %s ended the service; the model reads no images",
               qUtf8Printable(m_file->projector->path));
     m_blind = m_file;
-    dropProcess();
     load(*m_file);
     return true;
 }

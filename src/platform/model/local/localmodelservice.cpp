@@ -192,14 +192,16 @@ void LocalModelService::adopt(const ModelFile &file)
 
 void LocalModelService::load(const ModelFile &file)
 {
-    if (!m_process)
-        startProcess();
-    else if (m_state == State::loading)
-        send(wire::Cancel{m_loadID});
-    m_loadID = ++m_lastID;
+    // A service can read no files but those that it was started for.
+    dropProcess();
+    QStringList files = file.parts;
     std::optional<std::string> projector;
-    if (file.projector && m_blind != file)
+    if (file.projector && m_blind != file) {
+        files += file.projector->parts;
         projector = file.projector->path.toStdString();
+    }
+    startProcess(files);
+    m_loadID = ++m_lastID;
     send(wire::Load{m_loadID, file.path.toStdString(), std::nullopt, projector});
     enter(State::loading);
 }

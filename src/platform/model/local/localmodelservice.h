@@ -44,8 +44,8 @@ struct LocalModelSettings
     ServicePatience patience;
 };
 
-/// The language model of this computer, run by the model service. Chooses the file, starts the service, loads the file,
-/// and starts the service anew when it dies. It does nothing until it is first asked for something.
+/// The language model of this computer, run by the model service. Chooses the file, starts a service that can read this
+/// file, loads it, and starts the service anew when it dies. It does nothing until it is first asked for something.
 class LocalModelService : public ModelService
 {
     Q_OBJECT
@@ -94,7 +94,7 @@ private:
     void remember(LocalReply *reply);
     void superviseService();
 
-    void startProcess();
+    void startProcess(const QStringList &files);
     void dropProcess();
     void takeAnswer(const wire::Answer &answer);
     bool takeLoadAnswer(const wire::Answer &answer);

@@ -59,6 +59,7 @@ void add(const QString &path, FoundFile &file)
         return;
     }
     const auto nanoseconds = [](const timespec &time) { return qint64{time.tv_sec} * 1'000'000'000 + time.tv_nsec; };
+    file.parts.append(path);
     file.size += facts.st_size;
     file.modified = std::max(file.modified, nanoseconds(facts.st_mtim) / 1'000'000);
     file.touched = std::max(file.touched, nanoseconds(facts.st_ctim));

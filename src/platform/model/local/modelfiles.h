@@ -20,6 +20,7 @@ struct FoundFile
     qint64 touched = 0;   ///< the same in nanoseconds, and no program can set it
     quint64 identity = 0; ///< of the files themselves: another one under the same name has another
     bool isWhole = true;  ///< all parts are there
+    QStringList parts;    ///< the paths of all, the first one's first
 
     bool operator==(const FoundFile &) const = default;
 };

@@ -58,7 +58,7 @@ int main(int argc, char **argv)
     const auto size = static_cast<std::uint64_t>(facts.st_size);
     if (size > *memory)
         return incomplete;
-    if (!confine(*memory + size, *seconds))
+    if (!confine(*memory + size, *seconds, {"/etc/fonts", "/var/cache/fontconfig"}))
         return unable;
     // A file that lies in memory as it lies on the disk takes none that could not be had back.
     void *const bytes = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, STDIN_FILENO, 0);

@@ -33,7 +33,7 @@ int main(int argc, char **argv)
     struct stat facts = {};
     if (arguments.size() < 4 || fstat(STDIN_FILENO, &facts) != 0 || !S_ISREG(facts.st_mode))
         return unable;
-    if (!confine(arguments[1].toULongLong(), arguments[2].toULongLong()))
+    if (!confine(arguments[1].toULongLong(), arguments[2].toULongLong(), {arguments[3].toStdString()}))
         return unable;
     if (!arguments[3].isEmpty())
         qputenv("TESSDATA_PREFIX", arguments[3]);

@@ -151,6 +151,8 @@ private Q_SLOTS:
         const auto complete = choose(folder);
         QCOMPARE(complete->size, 60);
         QVERIFY(isSettled(*complete, {}, 1s));
+        QCOMPARE(complete->parts.size(), 3);
+        QCOMPARE(complete->parts.last(), folder.filePath("a-00003-of-00003.gguf"));
         QCOMPARE(complete->modified, incomplete->modified);
         write(folder, {"a-00002-of-00003.gguf", 5, 20});
         QVERIFY(choose(folder)->modified > complete->modified);
