@@ -3,6 +3,8 @@
 
 #include "trainer/startingweights.h"
 
+#include "tokenizer/tokenizer.h"
+#include "trainer/headparts.h"
 #include "trainer/matrix.h"
 #include "trainer/randomnumbers.h"
 #include "trainer/startingembeddings.h"
@@ -11,38 +13,33 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace lumora::training {
 
 namespace {
 
 // The sizes below fit together as docs/starting-weights.md derives it.
+constexpr float addedShare = 0.03F; // of what the layers add at first, where nothing is set
 constexpr float randomShare = 0.2F; // of the random weights that stay where something is set
 constexpr float offsetSharpness = 1.3F;
-constexpr float matchSharpness = 2.0F;
-constexpr float pairSharpness = 2.4F; // a pair of tokens is matched with half as many numbers for each
+constexpr float matchSharpness = 2.9F;
 constexpr float beginningSharpness = 2.2F;
 constexpr float againSharpness = 2.7F;
 constexpr float nearbySharpness = 1.65F;
 constexpr float nowhereSharpness = 1.5F;
+constexpr float foundSharpness = 3.2F;
+constexpr float commonSharpness = 5.7F;
+constexpr float nothingSharpness = 1.6F;
+constexpr float nearSharpness = 2.7F;
+constexpr float answeredSize = 0.8F;
 constexpr float valueSize = 0.5F;
 constexpr float restoredSize = 0.079F;    // what a norm has to be undone with to give the embedding's size back
 constexpr float restoredSizeLater = 0.1F; // the same behind the first layer, which fills the slots
 constexpr float copiedSize = 0.2F;
-
-enum class Match {
-    token,
-    pair,
-};
-
-void shrink(Matrix numbers)
-{
-    for (int row = 0; row < numbers.rows; ++row)
-        for (int i = 0; i < numbers.columns; ++i)
-            numbers.row(row)[i] *= randomShare;
-}
 
 class Builder
 {
@@ -59,16 +56,14 @@ private:
     void fillRandomly();
     void setPreviousTokenHead(int index, int distance, int slot);
     void setPassedMarks();
-    void setOffset(Matrix queries, int distance);
+    void setOffset(Matrix queries, int distance) const;
     void setCopyingHeads(int layer);
     void setBeginningHead(int layer);
     void setAgainHead(int layer);
-    void setMatchingKeys(Matrix keys, Match match);
-    void setMatchingQueries(Matrix queries, Match match);
-    void setCopiedValues(Matrix values, ConstMatrix directions) const;
-    void setCopyingOutput(Matrix output, ConstMatrix directions) const;
-    static void addIdentity(Matrix rows, int firstRow, int firstColumn, int count, float size);
-    void addContentCode(Matrix rows, int firstRow, int count, float size) const;
+    void setAskingHeads(int layer);
+    void addMessageStart(Matrix keys, int row, float size);
+    std::vector<float> codeOfMessageStart();
+    ConstMatrix code() const;
 
     Shape m_shape;
     WeightLayout m_layout;
@@ -99,6 +94,7 @@ std::vector<float> Builder::build()
     setPassedMarks();
     setBeginningHead(1);
     setAgainHead(2);
+    setAskingHeads(3);
     setCopyingHeads(3);
     return m_weights;
 }
@@ -129,7 +125,7 @@ void Builder::fillRandomly()
             tensor.name.ends_with("attn_output.weight") || tensor.name.ends_with("ffn_down.weight");
         float size = 0.5F / std::sqrt(static_cast<float>(tensor.columns));
         if (addsToTheWidth)
-            size /= std::sqrt(2.0F * static_cast<float>(m_shape.layers));
+            size *= addedShare;
         for (float &number : tensor.in(std::span(m_weights)))
             number = tensor.rows == 1 ? 1.0F : m_random.normal(size);
     }
@@ -139,20 +135,20 @@ void Builder::fillRandomly()
 void Builder::setPreviousTokenHead(int index, int distance, int slot)
 {
     const Matrix queries = head(0, "q", index);
-    shrink(queries);
+    shrinkTo(randomShare, queries);
     setOffset(queries, distance);
     const Matrix output = outputOfHead(0, index);
-    shrink(output);
+    shrinkTo(randomShare, output);
     addIdentity(output, slot, 0, m_plan.slot, restoredSize / valueSize);
     if (index > 0)
         return; // the key head is shared
     const Matrix keys = head(0, "k", 0);
-    shrink(keys);
+    shrinkTo(randomShare, keys);
     for (int pair = 0; pair < m_plan.fast; pair += 2)
         keys.row(pair)[m_plan.constant] = offsetSharpness;
     const Matrix values = head(0, "v", 0);
-    shrink(values);
-    addContentCode(values, 0, m_plan.slot, valueSize);
+    shrinkTo(randomShare, values);
+    addRows(values, 0, code().rowsFrom(0, m_plan.slot), valueSize);
 }
 
 /// The heads that know the tokens before also pass on their marks.
@@ -182,7 +178,7 @@ void Builder::setPassedMarks()
 }
 
 /// Queries that are turned back against the keys by what a distance turns them, and so fit them best there.
-void Builder::setOffset(Matrix queries, int distance)
+void Builder::setOffset(Matrix queries, int distance) const
 {
     for (int pair = 0; pair < m_plan.fast; pair += 2) {
         const double speed = std::pow(double{m_shape.ropeBase}, -double(pair) / m_shape.headSize);
@@ -191,21 +187,31 @@ void Builder::setOffset(Matrix queries, int distance)
     }
 }
 
-/// Heads that find an earlier place and copy the content of the token there: those of the first key head where the
-/// token at hand was the one before, those of the second where the last two tokens were the two before.
+/// Heads that find where the token at hand stood before, and copy the content of the one behind it. The second wants
+/// the one before it to be the same as well: in a text where a token stands several times, it decides which time is
+/// meant.
 void Builder::setCopyingHeads(int layer)
 {
+    const int ofToken = m_plan.slot * 5 / 8; // of the numbers to compare by; the others are for the token before
+    const int ofPrevious = m_plan.slot - ofToken;
+    const Matrix keys = head(layer, "k", 1);
+    shrinkTo(randomShare, keys);
+    addIdentity(keys, m_plan.fast, m_plan.previousSlot, ofToken, matchSharpness);
+    addIdentity(keys, m_plan.fast + ofToken, m_plan.secondSlot, ofPrevious, matchSharpness);
+    const ConstMatrix copied = m_embeddings.directions().rowsFrom(0, m_shape.headSize);
+    const Matrix values = head(layer, "v", 1);
+    shrinkTo(randomShare, values);
+    addRows(values, 0, copied, valueSize);
     const int group = m_shape.heads / m_shape.keyHeads;
-    for (int keyHead = 0; keyHead < 2; ++keyHead) {
-        const Match match = keyHead == 0 ? Match::token : Match::pair;
-        setMatchingKeys(head(layer, "k", keyHead), match);
-        const int first = match == Match::token ? 0 : m_plan.content - m_shape.headSize;
-        const ConstMatrix copied = m_embeddings.directions().rowsFrom(first, m_shape.headSize);
-        setCopiedValues(head(layer, "v", keyHead), copied);
-        for (int index = keyHead * group; index < (keyHead + 1) * group; ++index) {
-            setMatchingQueries(head(layer, "q", index), match);
-            setCopyingOutput(outputOfHead(layer, index), copied);
-        }
+    for (int index = group; index < 2 * group; ++index) {
+        const Matrix queries = head(layer, "q", index);
+        shrinkTo(randomShare, queries);
+        addRows(queries, m_plan.fast, code().rowsFrom(0, ofToken), matchSharpness);
+        if (index > group)
+            addIdentity(queries, m_plan.fast + ofToken, m_plan.previousSlot, ofPrevious, matchSharpness);
+        const Matrix output = outputOfHead(layer, index);
+        shrinkTo(randomShare, output);
+        addTransposed(output, 0, copied, copiedSize / valueSize);
     }
 }
 
@@ -227,34 +233,24 @@ void Builder::setBeginningHead(int layer)
                                               {Mark::twoAfterClause, 0.6F},
                                               {Mark::afterSpace, 0.5F}}};
     constexpr float threshold = 0.3F; // so that half of what makes a beginning counts for less than half
-    struct Turn
-    {
-        int pair;
-        float size;
-        float angle; // by which the query is ahead
-    };
-    // Three that tell near from nearer, and a slower one that tells beginnings from what is none.
-    const int fastest = m_shape.headSize / 4;
-    const std::array<Turn, 4> turns{
-        {{fastest, 1.0F, 0.8F}, {fastest + 2, 1.0F, 0.8F}, {fastest + 4, 1.0F, 0.8F}, {fastest + 8, 2.0F, 0.0F}}};
+    const std::array<Turn, 4> turns = nearestFirst(m_shape.headSize);
     const Matrix keys = head(layer, "k", 0);
     const Matrix queries = head(layer, "q", 0);
-    shrink(keys);
-    shrink(queries);
+    shrinkTo(randomShare, keys);
+    shrinkTo(randomShare, queries);
     for (const Turn &turn : turns) {
         std::fill_n(keys.row(turn.pair), 2 * keys.columns, 0.0F);
         for (const Share &share : beginning)
             keys.row(turn.pair)[m_plan.column(share.mark)] = beginningSharpness * share.size;
         keys.row(turn.pair)[m_plan.constant] =
             -beginningSharpness * threshold * StartingEmbeddings::markSize / StartingEmbeddings::constantSize;
-        queries.row(turn.pair)[m_plan.constant] = beginningSharpness * turn.size * std::cos(turn.angle);
-        queries.row(turn.pair + 1)[m_plan.constant] = beginningSharpness * turn.size * std::sin(turn.angle);
     }
+    setTurns(queries, m_plan.constant, beginningSharpness, turns);
     const Matrix values = head(layer, "v", 0);
-    shrink(values);
-    addContentCode(values, 0, m_plan.slot, valueSize);
+    shrinkTo(randomShare, values);
+    addRows(values, 0, code().rowsFrom(0, m_plan.slot), valueSize);
     const Matrix output = outputOfHead(layer, 0);
-    shrink(output);
+    shrinkTo(randomShare, output);
     addIdentity(output, m_plan.beginningSlot, 0, m_plan.slot, restoredSizeLater / valueSize);
 }
 
@@ -264,15 +260,13 @@ void Builder::setAgainHead(int layer)
 {
     const Matrix keys = head(layer, "k", 0);
     const Matrix queries = head(layer, "q", 0);
-    shrink(keys);
-    shrink(queries);
+    shrinkTo(randomShare, keys);
+    shrinkTo(randomShare, queries);
     const int matched = m_plan.slot - 2;
-    addContentCode(keys, m_plan.fast, matched, againSharpness);
-    addContentCode(queries, m_plan.fast, matched, againSharpness);
+    addRows(keys, m_plan.fast, code().rowsFrom(0, matched), againSharpness);
+    addRows(queries, m_plan.fast, code().rowsFrom(0, matched), againSharpness);
     const int nowhere = m_plan.fast + matched;
-    const float *const mark = matrix("token_embd.weight").row(0);
-    for (int i = 0; i < m_plan.content; ++i)
-        keys.row(nowhere)[i] += nowhereSharpness * mark[i] / StartingEmbeddings::contentLength;
+    addMessageStart(keys, nowhere, nowhereSharpness);
     queries.row(nowhere)[m_plan.constant] += nowhereSharpness;
     // The fastest pairs stand against each other where the distance is none, and agree in nothing farther away.
     for (int pair = 0; pair < m_shape.headSize * 9 / 32; pair += 2) {
@@ -280,66 +274,83 @@ void Builder::setAgainHead(int layer)
         queries.row(pair)[m_plan.constant] -= nearbySharpness / 4;
     }
     const Matrix values = head(layer, "v", 0);
-    shrink(values);
+    shrinkTo(randomShare, values);
     addIdentity(values, 0, m_plan.beginningSlot, m_plan.slot, valueSize);
     const Matrix output = outputOfHead(layer, 0);
-    shrink(output);
+    shrinkTo(randomShare, output);
     addIdentity(output, m_plan.againSlot, 0, m_plan.slot, restoredSizeLater / valueSize);
 }
 
-void Builder::setMatchingKeys(Matrix keys, Match match)
+/// Two heads that look from the end of a line for tokens that stand elsewhere, too, and write with what a sentence
+/// began: the first looks nearby, at a question behind its text, and takes the sentence that the token was found in;
+/// the second looks anywhere, at a text behind its question, and takes the sentence that the token stands in. From
+/// elsewhere they look at the beginning of a message, which gives them nothing.
+void Builder::setAskingHeads(int layer)
 {
-    shrink(keys);
-    if (match == Match::token) {
-        addIdentity(keys, m_plan.fast, m_plan.previousSlot, m_plan.slot, matchSharpness);
-        return;
+    const int found = m_plan.fast; // the numbers that they compare by, in the slow pairs
+    const int anywhere = m_plan.fast + 2;
+    const int nothing = m_plan.fast + 4;
+    const std::array<Turn, 4> turns = nearestFirst(m_shape.headSize);
+    const std::vector<float> nowhere = codeOfMessageStart();
+    const Matrix keys = head(layer, "k", 0);
+    shrinkTo(randomShare, keys);
+    for (int i = 0; i < m_plan.slot; ++i)
+        keys.row(found)[m_plan.againSlot + i] = -foundSharpness * nowhere[static_cast<std::size_t>(i)];
+    for (const Mark common : {Mark::space, Mark::endOfClause, Mark::endOfLine})
+        keys.row(found)[m_plan.column(common)] = -commonSharpness;
+    for (const Turn &turn : turns)
+        keys.row(turn.pair)[m_plan.constant] = nearSharpness;
+    keys.row(anywhere)[m_plan.constant] = nearSharpness;
+    addMessageStart(keys, nothing, nothingSharpness);
+
+    const Matrix values = head(layer, "v", 0);
+    shrinkTo(randomShare, values);
+    addIdentityWithout(nowhere, values, 0, m_plan.againSlot, valueSize);
+    addIdentityWithout(nowhere, values, m_plan.slot, m_plan.beginningSlot, valueSize);
+    for (int index = 0; index < 2; ++index) {
+        const Matrix queries = head(layer, "q", index);
+        shrinkTo(randomShare, queries);
+        queries.row(found)[m_plan.column(Mark::endOfLine)] = foundSharpness;
+        queries.row(nothing)[m_plan.constant] = nothingSharpness;
+        if (index == 0)
+            setTurns(queries, m_plan.column(Mark::endOfLine), nearSharpness, turns);
+        else
+            queries.row(anywhere)[m_plan.column(Mark::endOfLine)] = 2 * nearSharpness;
+        const Matrix output = outputOfHead(layer, index);
+        shrinkTo(randomShare, output);
+        addTransposed(output, index * m_plan.slot, code(), answeredSize / valueSize);
     }
-    const int half = m_plan.slot / 2;
-    addIdentity(keys, m_plan.fast, m_plan.previousSlot, half, pairSharpness);
-    addIdentity(keys, m_plan.fast + half, m_plan.secondSlot, half, pairSharpness);
 }
 
-void Builder::setMatchingQueries(Matrix queries, Match match)
+/// Lets a number of the keys be large for the mark at the beginning of a message.
+void Builder::addMessageStart(Matrix keys, int row, float size)
 {
-    shrink(queries);
-    if (match == Match::token) {
-        addContentCode(queries, m_plan.fast, m_plan.slot, matchSharpness);
-        return;
+    const float *const content = matrix("token_embd.weight").row(Tokenizer::messageStart);
+    for (int i = 0; i < m_plan.content; ++i)
+        keys.row(row)[i] += size * content[i] / StartingEmbeddings::contentLength;
+}
+
+/// The directions that put content into a slot.
+ConstMatrix Builder::code() const
+{
+    return m_embeddings.directions().rowsFrom(m_plan.content - m_plan.slot, m_plan.slot);
+}
+
+/// Of length one.
+std::vector<float> Builder::codeOfMessageStart()
+{
+    const float *const content = matrix("token_embd.weight").row(Tokenizer::messageStart);
+    const ConstMatrix rows = code();
+    std::vector<float> numbers(static_cast<std::size_t>(m_plan.slot));
+    float squares = 0;
+    for (int row = 0; row < m_plan.slot; ++row) {
+        for (int i = 0; i < m_plan.content; ++i)
+            numbers[static_cast<std::size_t>(row)] += rows.row(row)[i] * content[i];
+        squares += numbers[static_cast<std::size_t>(row)] * numbers[static_cast<std::size_t>(row)];
     }
-    const int half = m_plan.slot / 2;
-    addContentCode(queries, m_plan.fast, half, pairSharpness);
-    addIdentity(queries, m_plan.fast + half, m_plan.previousSlot, half, pairSharpness);
-}
-
-void Builder::setCopiedValues(Matrix values, ConstMatrix directions) const
-{
-    shrink(values);
-    for (int row = 0; row < directions.rows; ++row)
-        for (int i = 0; i < m_plan.content; ++i)
-            values.row(row)[i] += directions.row(row)[i] * valueSize;
-}
-
-void Builder::setCopyingOutput(Matrix output, ConstMatrix directions) const
-{
-    shrink(output);
-    for (int row = 0; row < directions.rows; ++row)
-        for (int i = 0; i < m_plan.content; ++i)
-            output.row(i)[row] += directions.row(row)[i] * copiedSize / valueSize;
-}
-
-void Builder::addIdentity(Matrix rows, int firstRow, int firstColumn, int count, float size)
-{
-    for (int i = 0; i < count; ++i)
-        rows.row(firstRow + i)[firstColumn + i] += size;
-}
-
-/// The first rows of the code, which make numbers of a slot of the content.
-void Builder::addContentCode(Matrix rows, int firstRow, int count, float size) const
-{
-    const ConstMatrix code = m_embeddings.directions().rowsFrom(m_plan.content - m_plan.slot, m_plan.slot);
-    for (int row = 0; row < count; ++row)
-        for (int i = 0; i < m_plan.content; ++i)
-            rows.row(firstRow + row)[i] += code.row(row)[i] * size;
+    for (float &number : numbers)
+        number /= std::sqrt(squares);
+    return numbers;
 }
 
 } // namespace
