@@ -47,13 +47,16 @@ QtObject {
     readonly property color failure: isDark ? "#ff6961" : "#c9281d"
     readonly property color failureGround: Qt.alpha("#ff3b30", 0.1)
 
+    // Under X, what is asked for here has already gone into the size of a logical pixel.
+    readonly property real textScale: Qt.platform.pluginName === "xcb" ? 1 : desktop.textScale
+
     // Type, in logical pixels
-    readonly property int titleSize: 20
-    readonly property int headlineSize: 15
-    readonly property int bodySize: 14
-    readonly property int rowSize: 13
-    readonly property int captionSize: 12
-    readonly property int smallCaptionSize: 11
+    readonly property int titleSize: scaled(20)
+    readonly property int headlineSize: scaled(15)
+    readonly property int bodySize: scaled(14)
+    readonly property int rowSize: scaled(13)
+    readonly property int captionSize: scaled(12)
+    readonly property int smallCaptionSize: scaled(11)
 
     // Spacings, from lines that belong together to sections, and paddings
     readonly property int lineSpacing: 4
@@ -82,6 +85,10 @@ QtObject {
 
     // Without a desktop's own palette, the toolkit highlights in a blue of its own.
     readonly property bool hasDesktopPalette: !Qt.colorEqual(palette.highlight, "#308cc6")
+
+    function scaled(size: real): int {
+        return Math.round(size * textScale);
+    }
 
     /// Black over a light ground, white over a dark one.
     function tint(strength: real): color {

@@ -8,7 +8,9 @@
 #include <QDBusPendingCallWatcher>
 #include <QVariantMap>
 
+#include <algorithm>
 #include <chrono>
+#include <cmath>
 
 namespace lumora {
 
@@ -44,6 +46,14 @@ QColor colorOf(const QVariant &value)
     const auto isShare = [](double number) { return number >= 0 && number <= 1; };
     return isShare(red) && isShare(green) && isShare(blue) ? QColor::fromRgbF(float(red), float(green), float(blue))
                                                            : QColor();
+}
+
+qreal textScaleOf(const QVariant &value)
+{
+    constexpr qreal smallest = 0.5; // what a window can follow
+    constexpr qreal largest = 2;
+    const qreal scale = value.toReal();
+    return scale > 0 && std::isfinite(scale) ? std::clamp(scale, smallest, largest) : 1;
 }
 
 } // namespace
@@ -115,6 +125,8 @@ void DesktopSettings::set(const QString &space, const QString &key, const QVaria
         m_wantsReducedMotion = value.toUInt() == 1;
     else if (space == gnome && key == QLatin1String("enable-animations"))
         m_wantsReducedMotion = !value.toBool();
+    else if (space == gnome && key == QLatin1String("text-scaling-factor"))
+        m_textScale = textScaleOf(value);
 }
 
 } // namespace lumora

@@ -23,6 +23,7 @@ class DesktopSettings : public QObject
     Q_PROPERTY(bool hasAccent READ hasAccent NOTIFY changed)
     Q_PROPERTY(bool wantsHighContrast READ wantsHighContrast NOTIFY changed)
     Q_PROPERTY(bool wantsReducedMotion READ wantsReducedMotion NOTIFY changed)
+    Q_PROPERTY(qreal textScale READ textScale NOTIFY changed)
 
 public:
     /// Asks on the user's session bus, and waits for a moment: a window should not change its colours once it is seen.
@@ -37,6 +38,8 @@ public:
     bool hasAccent() const { return m_accent.isValid(); }
     bool wantsHighContrast() const { return m_wantsHighContrast; }
     bool wantsReducedMotion() const { return m_wantsReducedMotion; }
+    /// By how much texts are larger than usual, from 0.5 to 2; 1 where the desktop does not say.
+    qreal textScale() const { return m_textScale; }
 
 Q_SIGNALS:
     void changed();
@@ -59,6 +62,7 @@ private:
     QColor m_accent;
     bool m_wantsHighContrast = false;
     bool m_wantsReducedMotion = false;
+    qreal m_textScale = 1;
 };
 
 } // namespace lumora

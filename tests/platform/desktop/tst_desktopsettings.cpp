@@ -105,6 +105,10 @@ private Q_SLOTS:
         QTest::newRow("contrast") << QVariantMap{{"contrast", 1U}} << none << "contrast";
         QTest::newRow("still") << QVariantMap{{"reduced-motion", 1U}} << none << "still";
         QTest::newRow("still on an older desktop") << none << QVariantMap{{"enable-animations", false}} << "still";
+        const auto interface = [](const char *key, const QVariant &value) { return QVariantMap{{key, value}}; };
+        QTest::newRow("large texts") << none << interface("text-scaling-factor", 1.5) << "texts 1.5";
+        QTest::newRow("texts larger than any window") << none << interface("text-scaling-factor", 1e9) << "texts 2";
+        QTest::newRow("texts of no size") << none << interface("text-scaling-factor", 0) << "";
     }
 
     void readsWhatThePortalSays()
@@ -176,7 +180,8 @@ private:
         QStringList words;
         words << (settings.prefersDark() ? "dark" : "") << (settings.prefersLight() ? "light" : "")
               << (settings.hasAccent() ? "accent " + settings.accent().name() : "")
-              << (settings.wantsHighContrast() ? "contrast" : "") << (settings.wantsReducedMotion() ? "still" : "");
+              << (settings.wantsHighContrast() ? "contrast" : "") << (settings.wantsReducedMotion() ? "still" : "")
+              << (settings.textScale() != 1 ? "texts " + QString::number(settings.textScale()) : "");
         words.removeAll("");
         return words.join(u' ');
     }
