@@ -13,8 +13,9 @@ int main(int argc, char *argv[])
 {
     lumora::prepareApplication();
     const QGuiApplication application(argc, argv);
+    const lumora::SingleInstance::Wish wish = lumora::readArguments(QGuiApplication::arguments());
     const auto folder = lumora::storageFolder(lumora::applicationSupportDirectory());
     lumora::LocalModelSettings model = lumora::installedModel(QGuiApplication::applicationDirPath(), folder);
     model.instructions = lumora::sessionInstructions();
-    return lumora::runProgram(std::make_shared<lumora::LocalModelService>(model));
+    return lumora::runProgram(std::make_shared<lumora::LocalModelService>(model), wish);
 }

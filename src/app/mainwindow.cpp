@@ -6,6 +6,7 @@
 #include "store/chatstore.h"
 #include "ui/accessiblebutton.h"
 
+#include <QGuiApplication>
 #include <QQmlExtensionPlugin>
 #include <QQuickWindow>
 #include <QTimer>
@@ -61,15 +62,23 @@ QQuickWindow *MainWindow::window() const
     return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
 }
 
-void MainWindow::raise() const
+void MainWindow::raise(const QString &token) const
 {
     QQuickWindow *shown = window();
     if (!shown)
         return;
+    // Where the toolkit looks for it when it asks for the focus.
+    if (!token.isEmpty() && QGuiApplication::platformName().startsWith(QStringLiteral("wayland")))
+        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
     shown->setWindowStates(shown->windowStates() & ~Qt::WindowMinimized);
     shown->show();
     shown->raise();
     shown->requestActivate();
+}
+
+void MainWindow::startNewChat() const
+{
+    QMetaObject::invokeMethod(window(), "startNewChat");
 }
 
 } // namespace lumora

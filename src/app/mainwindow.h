@@ -34,8 +34,12 @@ public:
     /// Null where it could not be loaded; that is a fault of the installation, and has been logged.
     QQuickWindow *window() const;
 
-    /// Brings the window to the front, out of the task bar as well.
-    void raise() const;
+    /// Brings the window to the front, out of the task bar as well. token: what the desktop gave to whoever asks, as
+    /// its leave (XDG activation); may be empty.
+    void raise(const QString &token = {}) const;
+
+    /// Goes to a new chat; as soon as the window is filled, where it is not.
+    void startNewChat() const;
 
 private:
     RefusingNetwork m_network;

@@ -4,9 +4,11 @@
 #include "app/program.h"
 
 #include "app/appearance.h"
+#include "app/desktopactivation.h"
 #include "app/installation.h"
 #include "app/mainwindow.h"
 #include "app/singleinstance.h"
+#include "app/terminationsignals.h"
 #include "app/translations.h"
 #include "app/windowmemory.h"
 #include "platform/desktop/filedialogs.h"
@@ -14,8 +16,10 @@
 #include "platform/isolation/isolation.h"
 #include "store/chatstore.h"
 
+#include <QCommandLineParser>
 #include <QGuiApplication>
 #include <QLocale>
+#include <QQuickWindow>
 #include <QTextStream>
 
 #include <cstdlib>
@@ -26,18 +30,42 @@ namespace lumora {
 
 namespace {
 
+/// The program's name among those of all programs: of its desktop file, its icon and its place on the bus.
+const QString desktopFile = QStringLiteral("org.lumora.Lumora");
+
 void say(const QString &line)
 {
     QTextStream(stderr) << line << Qt::endl;
 }
 
+/// The desktop, another start or the session may ask for the window, for a new chat, or for the program's end.
+void followRequests(const MainWindow &window, const DesktopActivation &desktop, const TerminationSignals &termination,
+                    const SingleInstance *instance)
+{
+    QQuickWindow *shown = window.window();
+    const auto raise = [&window](const QString &token) { window.raise(token); };
+    const auto startNewChat = [&window] { window.startNewChat(); };
+    QObject::connect(&desktop, &DesktopActivation::raiseRequested, shown, raise);
+    QObject::connect(&desktop, &DesktopActivation::newChatRequested, shown, startNewChat);
+    QObject::connect(&termination, &TerminationSignals::received, shown, &QCoreApplication::quit);
+    if (!instance)
+        return;
+    QObject::connect(instance, &SingleInstance::raiseRequested, shown, raise);
+    QObject::connect(instance, &SingleInstance::newChatRequested, shown, startNewChat);
+}
+
 int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString> &applicationSupport,
-              const SingleInstance *instance)
+              const SingleInstance *instance, SingleInstance::Wish wish)
 {
     std::optional<ChatStore> store;
     const MainWindow window(windowStateFile());
     if (!window.window())
         return EXIT_FAILURE;
+    const DesktopActivation desktop(desktopFile); // before a long history is read: the desktop waits for it
+    const TerminationSignals termination;
+    followRequests(window, desktop, termination, instance);
+    if (wish == SingleInstance::Wish::newChat)
+        window.startNewChat();
     // A long history takes longer to read than a window to appear.
     window.whenShown([&] {
         const QString programFolder = QCoreApplication::applicationDirPath();
@@ -49,9 +77,15 @@ int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString
         say(QStringLiteral("Lumora is not installed completely: its window cannot be filled. Install it again."));
         QCoreApplication::exit(EXIT_FAILURE);
     });
-    if (instance)
-        QObject::connect(instance, &SingleInstance::raiseRequested, window.window(), [&window] { window.raise(); });
-    return QGuiApplication::exec();
+    // The session is about to end, or somebody else may keep it from doing so.
+    QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, window.window(), [&store] {
+        if (store)
+            store->save();
+    });
+    const int status = QGuiApplication::exec();
+    if (store)
+        store->stopGenerating(); // what there is of a reply stays
+    return status;
 }
 
 } // namespace
@@ -61,10 +95,22 @@ void prepareApplication()
     QCoreApplication::setApplicationName(QStringLiteral("Lumora"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LUMORA_VERSION));
     preferPortalFileDialogs();
-    QGuiApplication::setDesktopFileName(QStringLiteral("org.lumora.Lumora"));
+    QGuiApplication::setDesktopFileName(desktopFile);
 }
 
-int runProgram(std::shared_ptr<ModelService> service)
+SingleInstance::Wish readArguments(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Chat with a language model that stays on your computer."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption newChat(QStringLiteral("new-chat"), QStringLiteral("Start a new chat."));
+    parser.addOption(newChat);
+    parser.process(arguments);
+    return parser.isSet(newChat) ? SingleInstance::Wish::newChat : SingleInstance::Wish::window;
+}
+
+int runProgram(std::shared_ptr<ModelService> service, SingleInstance::Wish wish)
 {
     if (const std::string missing = missingIsolation(); !missing.empty())
         say(QString::fromStdString(missing));
@@ -74,12 +120,12 @@ int runProgram(std::shared_ptr<ModelService> service)
     const std::optional<QString> applicationSupport = applicationSupportDirectory();
     const std::optional<QString> folder = storageFolder(applicationSupport);
     if (!folder)
-        return runWindow(std::move(service), applicationSupport, nullptr);
+        return runWindow(std::move(service), applicationSupport, nullptr, wish);
 
     SingleInstance instance(*folder);
-    switch (instance.claim()) {
+    switch (instance.claim(wish)) {
     case SingleInstance::Outcome::first:
-        return runWindow(std::move(service), applicationSupport, &instance);
+        return runWindow(std::move(service), applicationSupport, &instance, wish);
     case SingleInstance::Outcome::second:
         say(QStringLiteral("Lumora is already running; its window has been raised."));
         return EXIT_SUCCESS;
@@ -89,7 +135,7 @@ int runProgram(std::shared_ptr<ModelService> service)
     case SingleInstance::Outcome::unguarded:
         break;
     }
-    return runWindow(std::move(service), applicationSupport, nullptr);
+    return runWindow(std::move(service), applicationSupport, nullptr, wish);
 }
 
 } // namespace lumora

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/singleinstance.h"
 #include "platform/model/modelservice.h"
 
 #include <QCoreApplication>
@@ -14,8 +15,12 @@ namespace lumora {
 /// What every program of this family sets before its application object: name, desktop file, high-DPI rounding.
 void prepareApplication();
 
-/// Shows the window on this model and runs until it is closed; gives the exit status. Where another program already has
-/// the user's files open, that one's window comes to the front instead.
-int runProgram(std::shared_ptr<ModelService> service);
+/// What the command line asks for. Ends the process where it asks for help or the version, or makes no sense. To be
+/// called once the application object exists.
+SingleInstance::Wish readArguments(const QStringList &arguments);
+
+/// Shows the window on this model and runs until it is closed or the session ends; gives the exit status. Where another
+/// program already has the user's files open, that one is told of the wish, and its window comes to the front instead.
+int runProgram(std::shared_ptr<ModelService> service, SingleInstance::Wish wish = SingleInstance::Wish::window);
 
 } // namespace lumora

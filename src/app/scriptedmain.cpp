@@ -12,5 +12,6 @@ int main(int argc, char *argv[])
     lumora::prepareApplication();
     const QGuiApplication application(argc, argv);
     const auto reply = [](const lumora::ReplyRequest &request) { return lumora::cannedReply(request); };
-    return lumora::runProgram(std::make_shared<lumora::ScriptedModelService>(reply));
+    return lumora::runProgram(std::make_shared<lumora::ScriptedModelService>(reply),
+                              lumora::readArguments(QGuiApplication::arguments()));
 }

@@ -23,7 +23,20 @@ QString socketPath(const QString &folder)
 {
     const QByteArray hash = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
     const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    return (runtime.isEmpty() ? folder : runtime) + QStringLiteral("/lumora-") + QString::fromLatin1(hash);
+    // In a sandbox, only this folder of it is the same for every start.
+    const QString sandbox = qEnvironmentVariable("FLATPAK_ID");
+    const QString shared = sandbox.isEmpty() ? runtime : runtime + QStringLiteral("/app/") + sandbox;
+    return (runtime.isEmpty() ? folder : shared) + QStringLiteral("/lumora-") + QString::fromLatin1(hash);
+}
+
+constexpr char newChat = '+';
+constexpr char windowOnly = '-';
+
+/// What a second start tells the first: one character for its wish, and what the desktop gave it so that the window may
+/// come to the front.
+QByteArray requestLine(SingleInstance::Wish wish)
+{
+    return (wish == SingleInstance::Wish::newChat ? newChat : windowOnly) + qgetenv("XDG_ACTIVATION_TOKEN") + '\n';
 }
 
 } // namespace
@@ -40,15 +53,15 @@ SingleInstance::SingleInstance(const QString &folder, QObject *parent)
     connect(&m_server, &QLocalServer::newConnection, this, [this] {
         while (QLocalSocket *socket = m_server.nextPendingConnection()) {
             connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-            socket->disconnectFromServer();
-            Q_EMIT raiseRequested();
+            connect(socket, &QLocalSocket::readyRead, this, [this, socket] { answer(socket); });
+            answer(socket); // its line may be there already
         }
     });
 }
 
 SingleInstance::~SingleInstance() = default;
 
-SingleInstance::Outcome SingleInstance::claim()
+SingleInstance::Outcome SingleInstance::claim(Wish wish)
 {
     QDir().mkpath(m_folder);
     if (m_lock.tryLock(0)) {
@@ -57,7 +70,7 @@ SingleInstance::Outcome SingleInstance::claim()
     }
     if (m_lock.error() != QLockFile::LockFailedError)
         return Outcome::unguarded;
-    return askHolder() ? Outcome::second : Outcome::silent;
+    return askHolder(wish) ? Outcome::second : Outcome::silent;
 }
 
 void SingleInstance::listen()
@@ -68,12 +81,25 @@ void SingleInstance::listen()
         qWarning("A second start cannot reach this window: %ls", qUtf16Printable(m_server.errorString()));
 }
 
-bool SingleInstance::askHolder() const
+void SingleInstance::answer(QLocalSocket *socket)
+{
+    if (socket->state() != QLocalSocket::ConnectedState || !socket->canReadLine())
+        return;
+    const QByteArray line = socket->readLine().trimmed();
+    socket->disconnectFromServer();
+    if (line.startsWith(newChat))
+        Q_EMIT newChatRequested();
+    Q_EMIT raiseRequested(QString::fromUtf8(line.mid(1)));
+}
+
+bool SingleInstance::askHolder(Wish wish) const
 {
     QLocalSocket socket;
     socket.connectToServer(socketPath(m_folder));
     if (!socket.waitForConnected(int(answerTimeout.count())))
         return false;
+    socket.write(requestLine(wish));
+    socket.flush();
     return socket.state() == QLocalSocket::UnconnectedState || socket.waitForDisconnected(int(answerTimeout.count()));
 }
 

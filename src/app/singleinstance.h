@@ -10,6 +10,8 @@
 
 #include <memory>
 
+class QLocalSocket;
+
 namespace lumora {
 
 /// Keeps two programs from writing the same files: the first one that asks for a folder holds it until it ends, however
@@ -26,19 +28,30 @@ public:
         unguarded, ///< nothing can be written to the folder, so there is nothing to hold
     };
 
+    /// What a start is for.
+    enum class Wish {
+        window,
+        newChat,
+    };
+
     /// folder: an absolute path; it is made where it does not exist.
     explicit SingleInstance(const QString &folder, QObject *parent = nullptr);
     ~SingleInstance() override;
 
-    Outcome claim();
+    /// wish: what another program that holds the folder is asked for.
+    Outcome claim(Wish wish = Wish::window);
 
 Q_SIGNALS:
-    /// Another program was started and asks for this one's window.
-    void raiseRequested();
+    /// Another program was started and asks for this one's window. token: what lets the window come to the front
+    /// (XDG activation); may be empty.
+    void raiseRequested(const QString &token);
+    /// Before raiseRequested, where a new chat is wanted as well.
+    void newChatRequested();
 
 private:
     void listen();
-    bool askHolder() const;
+    void answer(QLocalSocket *socket);
+    bool askHolder(Wish wish) const;
 
     QString m_folder;
     QLockFile m_lock;

@@ -12,6 +12,13 @@ ApplicationWindow {
     property ChatStore store: null
     property real sidebarWidth: 250
     readonly property bool isFilled: view.status === Loader.Ready
+    property bool isNewChatWanted: false
+
+    function startNewChat() {
+        isNewChatWanted = !isFilled;
+        if (isFilled)
+            (view.item as MainView).startNewChat();
+    }
 
     LayoutMirroring.childrenInherit: true
     LayoutMirroring.enabled: Theme.isMirrored
@@ -40,5 +47,8 @@ ApplicationWindow {
 
         anchors.fill: parent
         focus: true
+
+        onLoaded: if (window.isNewChatWanted)
+            window.startNewChat()
     }
 }

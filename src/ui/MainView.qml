@@ -29,6 +29,11 @@ FocusScope {
         documentPicker.open();
     }
 
+    function startNewChat() {
+        store.newConversation();
+        chat.focusEditor();
+    }
+
     // What had the keyboard may be gone: a row that was removed, a button whose time is over.
     function keepFocus() {
         const item = window.activeFocusItem;
@@ -114,10 +119,7 @@ FocusScope {
     Shortcut {
         sequence: "Ctrl+N"
 
-        onActivated: {
-            view.store.newConversation();
-            chat.focusEditor();
-        }
+        onActivated: view.startNewChat()
     }
     Shortcut {
         sequences: ["Ctrl+Q", "Ctrl+W"]

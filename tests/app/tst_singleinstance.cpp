@@ -42,16 +42,20 @@ private Q_SLOTS:
         QSignalSpy raised(first, &SingleInstance::raiseRequested);
         first->moveToThread(&thread);
         connect(&thread, &QThread::finished, first, &QObject::deleteLater);
+        QSignalSpy newChats(first, &SingleInstance::newChatRequested);
+        qputenv("XDG_ACTIVATION_TOKEN", "the desktop's leave");
 
         {
             SingleInstance second(folder());
             QCOMPARE(second.claim(), SingleInstance::Outcome::second);
             SingleInstance third(folder());
-            QCOMPARE(third.claim(), SingleInstance::Outcome::second);
+            QCOMPARE(third.claim(SingleInstance::Wish::newChat), SingleInstance::Outcome::second);
         }
+        qunsetenv("XDG_ACTIVATION_TOKEN");
         thread.quit();
         thread.wait();
-        QCOMPARE(raised.count(), 2);
+        QCOMPARE(raised, QList<QVariantList>(2, {"the desktop's leave"}));
+        QCOMPARE(newChats.count(), 1);
 
         SingleInstance afterwards(folder());
         QCOMPARE(afterwards.claim(), SingleInstance::Outcome::first);
