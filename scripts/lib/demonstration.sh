@@ -3,8 +3,9 @@
 # shellcheck shell=bash
 
 # Shows the program on a machine without a display: the real window on a virtual one, with a question typed into it.
-# Wants say.sh.
+# Wants say.sh, and end_demonstration to be called at the end.
 
+scratch='' window_process='' display_process=''
 demonstration_question="What can you help me with today?"
 demonstration_seconds=300 # that the model may take to load, and again to answer
 
@@ -83,8 +84,6 @@ demonstrate() {
     local picture=$2
     history=${XDG_DATA_HOME:-$HOME/.local/share}/Lumora/conversations.json
     scratch=$(mktemp -d)
-    window_process='' display_process=''
-    trap end_demonstration EXIT
     known_messages=$(jq -c '[.[].messages[].id]' "$history" 2>/dev/null) || known_messages='[]'
 
     say "There is no display: showing the window on a virtual one"
