@@ -20,7 +20,7 @@ linked_packages() {
     work=$(mktemp -d)
     mkdir "$work/debian"
     printf 'Source: lumora\n\nPackage: lumora\nArchitecture: any\n' >"$work/debian/control"
-    (cd "$work" && dpkg-shlibdeps -O "${programs[@]}") | sed -n 's/^shlibs:Depends=//p'
+    (cd "$work" && dpkg-shlibdeps --warnings=0 -O "${programs[@]}") | sed -n 's/^shlibs:Depends=//p'
     rm -rf "$work"
 }
 

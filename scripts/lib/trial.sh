@@ -73,25 +73,24 @@ chat_in_bare_system() {
     demonstrate "$trial/start" "$PWD/build/packaged-window.png"
 }
 
-last_reply() { jq -r 'first(.[]).messages | last | select(.role == "assistant") | .text' "$history"; }
+second_question="Tell me a long story."
 
-reply_has_begun() { pgrep -P "$window_process" >/dev/null && [ "$(jq 'first(.[]).messages | length' "$history")" -ge 4 ]; }
+second_question_is_saved() { jq -e --arg text "$second_question" 'any(.[].messages[]; .text == $text)' "$history" >/dev/null; }
 
-program_is_gone() { ! kill -0 "$window_process" 2>/dev/null; }
-
-# Asks once more, and ends the program as a session does, before the reply has ended.
+# Asks once more, and ends the program as a session does, before the reply has ended: the service is held up.
 end_in_a_reply() {
     local service
-    say "Asking again, and ending the program as a session does"
-    xdotool type --delay 30 "Tell me a long story."
+    say "Asking again, and ending the program as a session does, in the middle of the reply"
+    service=$(pgrep -P "$window_process")
+    xdotool type --delay 30 "$second_question"
+    kill -STOP "$service"
     xdotool key Return
-    wait_until 60 reply_has_begun || fail "the second question was not sent."
-    sleep 2 # some of the reply
-    service=$(pgrep -P "$window_process" | head -n 1)
+    wait_until 60 second_question_is_saved || fail "the second question was not sent."
     kill -TERM "$window_process"
     wait "$window_process" || fail "the program did not end in order ($?)."
     ! kill -0 "$service" 2>/dev/null || fail "the model service lives on."
-    say "It ended in order, and the model service with it; of the reply it kept $(last_reply | wc -c) bytes"
+    jq -e 'all(.[].messages[-1]; .outputTokens == null)' "$history" >/dev/null || fail "the reply was over before."
+    say "The program ended in order, and the model service with it"
 }
 
 remove_package() {
