@@ -10,7 +10,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QTemporaryFile>
 
 #include <cerrno>
@@ -61,7 +60,7 @@ FileOutcome syncFile(int handle, const char *what)
     return failure(what, qt_error_string(errno));
 }
 
-/// Makes a rename in this folder survive a power cut. Some file systems cannot sync a folder; the rename stands anyway.
+/// Makes the names in this folder survive a power cut. Some file systems cannot sync a folder; the names stand anyway.
 void syncFolder(const QString &path)
 {
     const int folder = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -71,18 +70,34 @@ void syncFolder(const QString &path)
     ::close(folder);
 }
 
-/// The last steps of a file that has been written: onto the disk, and under its name.
-FileOutcome putInPlace(QSaveFile &file, const char *what)
+constexpr auto writeFailure = QT_TRANSLATE_NOOP("lumora::Files", "The file cannot be written: %1.");
+
+FileOutcome writeContent(QFile &file, const std::function<void(const ByteSink &)> &write)
 {
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    if (!flushAll(file))
-        return failure(what, file.errorString());
-    // QSaveFile goes on where the disk refuses the data; the old file may only be replaced by one that is really there.
-    if (FileOutcome failed = syncFile(file.handle(), what))
-        return failed;
-    if (!file.commit())
-        return failure(what, file.errorString());
-    syncFolder(QFileInfo(file.fileName()).path());
+    bool isWritten = file.open(QIODevice::WriteOnly, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    qint64 waiting = 0; // bytes that the disk was not told of
+    if (isWritten) {
+        write([&](QByteArrayView piece) {
+            isWritten = isWritten && writeAll(file, piece);
+            waiting += piece.size();
+            if (waiting < diskStride)
+                return;
+            waiting = 0;
+            ::sync_file_range(file.handle(), 0, 0, SYNC_FILE_RANGE_WRITE);
+        });
+    }
+    if (!isWritten || !flushAll(file))
+        return failure(writeFailure, file.errorString());
+    return syncFile(file.handle(), writeFailure);
+}
+
+/// Gives a file another's name and place, in one step.
+FileOutcome moveOnto(QFile &file, const QString &path)
+{
+    file.close();
+    if (::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(path).constData()) != 0)
+        return failure(writeFailure, qt_error_string(errno));
+    syncFolder(QFileInfo(path).path());
     return std::nullopt;
 }
 
@@ -146,7 +161,11 @@ FileOutcome createFolder(const QString &path)
             return failed;
     }
     constexpr mode_t ownerOnly = S_IRWXU;
-    if (::mkdir(QFile::encodeName(path).constData(), ownerOnly) == 0 || (errno == EEXIST && QFileInfo(path).isDir()))
+    if (::mkdir(QFile::encodeName(path).constData(), ownerOnly) == 0) {
+        syncFolder(parent);
+        return std::nullopt;
+    }
+    if (errno == EEXIST && QFileInfo(path).isDir())
         return std::nullopt;
     return failure(QT_TRANSLATE_NOOP("lumora::Files", "The storage folder cannot be created: %1."),
                    qt_error_string(errno));
@@ -159,23 +178,17 @@ FileOutcome replaceFile(const QString &path, QByteArrayView bytes)
 
 FileOutcome replaceFile(const QString &path, const std::function<void(const ByteSink &)> &write)
 {
-    constexpr auto what = QT_TRANSLATE_NOOP("lumora::Files", "The file cannot be written: %1.");
-    QSaveFile file(QFileInfo(path).isSymLink() ? QFileInfo(path).symLinkTarget() : path);
-    bool isWritten = file.open(QIODevice::WriteOnly);
-    qint64 waiting = 0; // bytes that the disk was not told of
-    if (isWritten) {
-        write([&](QByteArrayView piece) {
-            isWritten = isWritten && writeAll(file, piece);
-            waiting += piece.size();
-            if (waiting < diskStride)
-                return;
-            waiting = 0;
-            ::sync_file_range(file.handle(), 0, 0, SYNC_FILE_RANGE_WRITE);
-        });
+    const QString target = QFileInfo(path).isSymLink() ? QFileInfo(path).symLinkTarget() : path;
+    // Always the same name: what a crash leaves of it is overwritten by the next attempt.
+    QFile file(target + QStringLiteral(".unfinished"));
+    FileOutcome failed = writeContent(file, write);
+    if (!failed)
+        failed = moveOnto(file, target);
+    if (failed) {
+        file.close(); // which may fail as well, and would keep remove() from removing
+        QFile::remove(file.fileName());
     }
-    if (!isWritten)
-        return failure(what, file.errorString());
-    return putInPlace(file, what);
+    return failed;
 }
 
 FileOutcome copyFile(const QString &from, const QString &to, const std::stop_token &stop)

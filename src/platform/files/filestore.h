@@ -33,8 +33,9 @@ std::optional<QByteArray> readWholeFile(const QString &path);
 /// Creates a folder with its missing parents, for this user alone. One that exists is a success.
 FileOutcome createFolder(const QString &path);
 
-/// Replaces the file by these bytes, for this user alone to read. The old file stays whole until the new one is
-/// complete and on the disk; after a failure it is as it was.
+/// Replaces the file by these bytes, for this user alone to read. The old file stays whole until the new one, which is
+/// called "NAME.unfinished" until then, is complete and on the disk; after a failure it is as it was. One call at a
+/// time for a file.
 FileOutcome replaceFile(const QString &path, QByteArrayView bytes);
 
 /// The same with content that comes in pieces: `write` gives them to the sink that it gets, all within the call.
