@@ -132,11 +132,11 @@ void DocumentLibrary::remove(const ImportedDocument &document)
 {
     const ImportedDocument removed = document; // it may be the one in the list
     m_documents.removeIf([&removed](const ImportedDocument &each) { return each.id == removed.id; });
+    save(); // first: whatever happens now, the list names no document that is not there
     if (const std::optional<QString> folder = storageDirectory())
         QFile::remove(*folder + u'/' + removed.filename);
     if (m_index)
         m_index->deleteSearchableItems({identifierText(removed.id)});
-    save();
     Q_EMIT documentsChanged();
 }
 
