@@ -41,4 +41,18 @@ private:
     QByteArray m_utf8;
 };
 
+/// Does the work, and once more where the database seems broken. To SQLite, a disk that fails to read something looks
+/// like damage; but what is damaged still is when it is read again.
+template <typename Work>
+auto twiceIfBroken(const Work &work)
+{
+    try {
+        return work();
+    } catch (const DatabaseError &error) {
+        if (error.kind() != DatabaseError::Kind::broken)
+            throw;
+        return work();
+    }
+}
+
 } // namespace lumora

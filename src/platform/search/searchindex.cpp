@@ -96,7 +96,7 @@ SearchIndex::Outcome SearchIndex::make(const Change &change, IndexFile::IfMissin
     try {
         const std::optional<IndexFile::Identity> found = m_file.identity();
         try {
-            tryToMake(change, ifMissing, stop);
+            twiceIfBroken([&] { tryToMake(change, ifMissing, stop); });
         } catch (const DatabaseError &error) {
             if (error.kind() != DatabaseError::Kind::broken || !found)
                 throw;

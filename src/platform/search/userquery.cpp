@@ -100,7 +100,7 @@ public:
     {
         std::optional<SearchableItem> item;
         while (!item && !m_rows.isEmpty())
-            item = m_loan.use([this] { return read(m_rows.takeFirst()); });
+            item = m_loan.use([&] { return twiceIfBroken([this, row = m_rows.takeFirst()] { return read(row); }); });
         return item;
     }
 
@@ -150,7 +150,7 @@ std::optional<SearchableItem> UserQuery::next()
 {
     try {
         if (!std::exchange(m_hasBegun, true))
-            begin();
+            twiceIfBroken([this] { begin(); });
         std::optional<SearchableItem> item = m_hits ? m_hits->next() : std::nullopt;
         if (!item)
             m_hits.reset();
