@@ -3,12 +3,20 @@
 
 #include "app/singleinstance.h"
 
+#include "platform/files/filestore.h"
+
 #include <QCryptographicHash>
-#include <QDir>
+#include <QDeadlineTimer>
+#include <QFile>
 #include <QLocalSocket>
 #include <QStandardPaths>
 
+#include <cerrno>
 #include <chrono>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <thread>
 
 namespace lumora {
 
@@ -44,11 +52,9 @@ QByteArray requestLine(SingleInstance::Wish wish)
 SingleInstance::SingleInstance(const QString &folder, QObject *parent)
     : QObject(parent)
     , m_folder(folder)
-    , m_lock(folder + QStringLiteral("/lock"))
+    , m_socket(socketPath(folder))
     , m_server(this)
 {
-    // The lock of a running program never goes stale by its age; that of one that has died does.
-    m_lock.setStaleLockTime(0);
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&m_server, &QLocalServer::newConnection, this, [this] {
         while (QLocalSocket *socket = m_server.nextPendingConnection()) {
@@ -63,21 +69,43 @@ SingleInstance::~SingleInstance() = default;
 
 SingleInstance::Outcome SingleInstance::claim(Wish wish)
 {
-    QDir().mkpath(m_folder);
-    if (m_lock.tryLock(0)) {
-        listen();
-        return Outcome::first;
+    constexpr auto pause = 20ms;
+    createFolder(m_folder);
+    // Another program that holds the folder may not listen yet, or may be about to end.
+    for (const QDeadlineTimer limit(answerTimeout);; std::this_thread::sleep_for(pause)) {
+        // Asked first, since its lock is gone where somebody has deleted the folder under it.
+        const Holder holder = askHolder(wish);
+        if (holder != Holder::none)
+            return holder == Holder::answers ? Outcome::second : Outcome::silent;
+        const Lock result = lock();
+        if (result == Lock::impossible)
+            return Outcome::unguarded;
+        if (result == Lock::taken)
+            break;
+        if (limit.hasExpired())
+            return Outcome::silent;
     }
-    if (m_lock.error() != QLockFile::LockFailedError)
-        return Outcome::unguarded;
-    return askHolder(wish) ? Outcome::second : Outcome::silent;
+    listen();
+    return Outcome::first;
+}
+
+SingleInstance::Lock SingleInstance::lock()
+{
+    constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+    const QByteArray path = QFile::encodeName(m_folder + QStringLiteral("/lock"));
+    m_lock = FileDescriptor(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, ownerOnly));
+    if (!m_lock.isOpen())
+        return Lock::impossible;
+    if (::flock(m_lock.number(), LOCK_EX | LOCK_NB) == 0)
+        return Lock::taken;
+    return errno == EWOULDBLOCK || errno == EINTR ? Lock::held : Lock::impossible;
 }
 
 void SingleInstance::listen()
 {
     // What a program that died left behind; the lock says that nobody listens there.
-    QLocalServer::removeServer(socketPath(m_folder));
-    if (!m_server.listen(socketPath(m_folder)))
+    QLocalServer::removeServer(m_socket);
+    if (!m_server.listen(m_socket))
         qWarning("A second start cannot reach this window: %ls", qUtf16Printable(m_server.errorString()));
 }
 
@@ -92,15 +120,17 @@ void SingleInstance::answer(QLocalSocket *socket)
     Q_EMIT raiseRequested(QString::fromUtf8(line.mid(1)));
 }
 
-bool SingleInstance::askHolder(Wish wish) const
+SingleInstance::Holder SingleInstance::askHolder(Wish wish) const
 {
     QLocalSocket socket;
-    socket.connectToServer(socketPath(m_folder));
+    socket.connectToServer(m_socket);
     if (!socket.waitForConnected(int(answerTimeout.count())))
-        return false;
+        return Holder::none;
     socket.write(requestLine(wish));
     socket.flush();
-    return socket.state() == QLocalSocket::UnconnectedState || socket.waitForDisconnected(int(answerTimeout.count()));
+    const bool hasAnswered =
+        socket.state() == QLocalSocket::UnconnectedState || socket.waitForDisconnected(int(answerTimeout.count()));
+    return hasAnswered ? Holder::answers : Holder::isSilent;
 }
 
 } // namespace lumora

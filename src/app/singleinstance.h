@@ -3,8 +3,9 @@
 
 #pragma once
 
+#include "platform/files/filedescriptor.h"
+
 #include <QLocalServer>
-#include <QLockFile>
 #include <QObject>
 #include <QString>
 
@@ -24,7 +25,7 @@ public:
     enum class Outcome {
         first,     ///< this program holds the folder
         second,    ///< another does, and has been asked to show itself
-        silent,    ///< another does, but gives no answer
+        silent,    ///< another does, but gives no answer within seconds
         unguarded, ///< nothing can be written to the folder, so there is nothing to hold
     };
 
@@ -49,12 +50,17 @@ Q_SIGNALS:
     void newChatRequested();
 
 private:
+    enum class Holder { none, answers, isSilent };
+    enum class Lock { taken, held, impossible };
+
+    Holder askHolder(Wish wish) const;
+    Lock lock();
     void listen();
     void answer(QLocalSocket *socket);
-    bool askHolder(Wish wish) const;
 
     QString m_folder;
-    QLockFile m_lock;
+    QString m_socket;      ///< where the holder can be asked
+    FileDescriptor m_lock; ///< the system lets go of it when this program ends, however it ends
     QLocalServer m_server;
 };
 
