@@ -110,8 +110,13 @@ Passage CopyExercises::sentences()
     std::map<Token, int> occurrences;
     for (const Token token : end)
         occurrences[token] = 2;
+    // As in real texts, some words stand in many sentences, and do not tell which one is meant.
+    const std::vector<Token> common = span(3);
     for (std::vector<Token> &sentence : all) {
         sentence = span(number(2, longest));
+        for (Token &token : sentence)
+            if (chance(0.2))
+                token = common[static_cast<std::size_t>(number(0, 2))];
         for (const Token token : sentence)
             ++occurrences[token];
         text.insert(text.end(), sentence.begin(), sentence.end());
@@ -134,6 +139,12 @@ Passage CopyExercises::sentences()
         std::ranges::sample(only, std::back_inserter(asked), number(1, 3), m_random);
         if (asked.empty())
             continue;
+        for (const Token token : common)
+            if (chance(0.3))
+                asked.push_back(token);
+        if (chance(0.3))
+            asked.push_back(span(1).front()); // found nowhere
+        std::ranges::shuffle(asked, m_random);
         append(passage, asked, false);
         if (isAskedBefore)
             append(passage, text, false);
