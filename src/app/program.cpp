@@ -38,6 +38,11 @@ void say(const QString &line)
     QTextStream(stderr) << line << Qt::endl;
 }
 
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("lumora::Program", text);
+}
+
 /// The desktop, another start or the session may ask for the window, for a new chat, or for the program's end.
 void followRequests(const MainWindow &window, const DesktopActivation &desktop, const TerminationSignals &termination,
                     const SingleInstance *instance)
@@ -74,7 +79,8 @@ int runWindow(std::shared_ptr<ModelService> service, const std::optional<QString
                       ImageReader{.helper = installedImageReader(programFolder)});
         if (window.setStore(&*store))
             return;
-        say(QStringLiteral("Lumora is not installed completely: its window cannot be filled. Install it again."));
+        say(translated(QT_TRANSLATE_NOOP(
+            "lumora::Program", "Lumora is not installed completely: its window cannot be filled. Install it again.")));
         QCoreApplication::exit(EXIT_FAILURE);
     });
     // The session is about to end, or somebody else may keep it from doing so.
@@ -127,10 +133,11 @@ int runProgram(std::shared_ptr<ModelService> service, SingleInstance::Wish wish)
     case SingleInstance::Outcome::first:
         return runWindow(std::move(service), applicationSupport, &instance, wish);
     case SingleInstance::Outcome::second:
-        say(QStringLiteral("Lumora is already running; its window has been raised."));
+        say(translated(QT_TRANSLATE_NOOP("lumora::Program", "Lumora is already running; its window has been raised.")));
         return EXIT_SUCCESS;
     case SingleInstance::Outcome::silent:
-        say(QStringLiteral("Lumora is already running, but its window does not answer."));
+        say(translated(
+            QT_TRANSLATE_NOOP("lumora::Program", "Lumora is already running, but its window does not answer.")));
         return EXIT_FAILURE;
     case SingleInstance::Outcome::unguarded:
         break;

@@ -24,13 +24,20 @@ bool install(const QLocale &locale, const QString &catalog, const QString &folde
     return QCoreApplication::installTranslator(translator.release());
 }
 
+/// Chinese has a catalogue for each script, named for the country that most of its readers live in.
+QLocale inItsScript(const QLocale &locale)
+{
+    const bool isSimplified = locale.language() == QLocale::Chinese && locale.script() == QLocale::SimplifiedHanScript;
+    return isSimplified ? QLocale(QLocale::Chinese, QLocale::SimplifiedHanScript, QLocale::China) : locale;
+}
+
 } // namespace
 
 void installTranslations(const QString &programFolder, const QStringList &languages)
 {
     const QString folder = QDir::cleanPath(programFolder + QStringLiteral("/../share/lumora/translations"));
     for (const QString &language : languages) {
-        const QLocale locale(language);
+        const QLocale locale = inItsScript(QLocale(language));
         if (locale.language() == QLocale::English) // as the texts are written
             return;
         if (!install(locale, QStringLiteral("lumora"), folder))

@@ -15,7 +15,7 @@ PlainText {
     Accessible.description: hint
     color: Theme.secondaryText
     font.pixelSize: Theme.captionSize
-    text: qsTr("Context %1 / %2 tokens").arg(tokens).arg(size)
+    text: qsTr("Context %1 / %2 tokens").arg(String(tokens)).arg(String(size))
 
     HoverHandler {
         id: pointer

@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Lumora developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// lumora-pictures FOLDER light|dark [rtl] [long]: writes a picture of each state of the window, at its least size and
-// at a common one; rtl: mirrored; long: with interface texts that are two fifths longer, as other languages may have
-// them.
+// lumora-pictures FOLDER light|dark [rtl] [long] [LANGUAGE]: writes a picture of each state of the window, at its least
+// size and at a common one; rtl: mirrored; long: with interface texts that are two fifths longer, as other languages
+// may have them; LANGUAGE: in that one, such as "de".
 
 #include "app/appearance.h"
 #include "app/mainwindow.h"
+#include "app/translations.h"
 #include "pictures/states.h"
 
 #include <QGuiApplication>
@@ -76,18 +77,22 @@ int main(int argc, char *argv[])
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
     if (arguments.size() < 3) {
-        std::fputs("usage: lumora-pictures FOLDER light|dark [rtl] [long]\n", stderr);
+        std::fputs("usage: lumora-pictures FOLDER light|dark [rtl] [long] [LANGUAGE]\n", stderr);
         return EXIT_FAILURE;
     }
     chooseFont();
     if (arguments[2] == "dark")
         darken();
-    if (arguments.contains("rtl"))
-        QGuiApplication::setLayoutDirection(Qt::RightToLeft);
 
     LongerTexts longer;
-    if (arguments.contains("long"))
-        QGuiApplication::installTranslator(&longer);
+    for (const QString &option : arguments.mid(3)) {
+        if (option == "rtl")
+            QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+        else if (option == "long")
+            QGuiApplication::installTranslator(&longer);
+        else
+            installTranslations(QGuiApplication::applicationDirPath(), {option});
+    }
 
     bool isComplete = true;
     for (const WindowState &state : windowStates()) {

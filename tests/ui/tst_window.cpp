@@ -135,11 +135,11 @@ private Q_SLOTS:
 
     void meterCountsTheContext()
     {
-        m_fixture->model->setTokenCounter([](const QString &) { return 1234; });
+        m_fixture->model->setTokenCounter([](const QString &) { return 1234567; });
         start();
         QVERIFY(m_driver->showsText("Context 0 / 4096 tokens"));
         say("Hello");
-        QTRY_VERIFY(m_driver->showsText("Context 1234 / 4096 tokens"));
+        QTRY_VERIFY(m_driver->showsText("Context 1234567 / 4096 tokens"));
     }
 
     void narrowComposerShortensItsTexts()
