@@ -53,9 +53,9 @@ private Q_SLOTS:
     {
         std::ifstream file(MERGES);
         m_vocabulary = std::make_unique<TrainingVocabulary>(Tokenizer::read(file));
-        m_model.shape = {.layers = 3, .hidden = 128, .context = 1024};
+        m_model.shape = {.layers = 4, .hidden = 128, .context = 1024};
         m_model.shape.vocabulary = int(m_vocabulary->tokenizer().size());
-        m_model.weights = startingWeights(m_model.shape, 1);
+        m_model.weights = startingWeights(m_model.shape, m_vocabulary->tokenizer().texts(), 1);
     }
 
     void weightsComeBack_data()
