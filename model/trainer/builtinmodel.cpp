@@ -90,6 +90,13 @@ void addDescription(GgufWriter &file, NumberFormat format)
     file.add("general.sampling.top_k", std::int32_t{1});
 }
 
+/// Blocks of eight-bit numbers stand within a row, so that rows of other sizes keep half precision.
+NumberFormat formatOf(const Tensor &tensor, NumberFormat wanted)
+{
+    constexpr int block = 32;
+    return wanted == NumberFormat::eightBits && tensor.columns % block != 0 ? NumberFormat::half : wanted;
+}
+
 std::vector<std::uint64_t> sides(const Tensor &tensor)
 {
     const auto columns = static_cast<std::uint64_t>(tensor.columns);
@@ -108,7 +115,7 @@ void writeModel(const BuiltInModel &model, const Tokenizer &tokenizer, NumberFor
     addVocabulary(file, tokenizer);
     const WeightLayout layout(model.shape);
     for (const Tensor &tensor : layout.tensors())
-        file.addTensor(tensor.name, tensor.in(std::span(model.weights)), sides(tensor), format);
+        file.addTensor(tensor.name, tensor.in(std::span(model.weights)), sides(tensor), formatOf(tensor, format));
     std::ostringstream bytes;
     file.write(bytes);
     replaceFile(path, bytes.str());

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <map>
 #include <numeric>
 #include <ranges>
 #include <utility>
@@ -105,20 +104,14 @@ Passage CopyExercises::sentences()
     const std::vector<Token> end = chance(0.5)
                                        ? std::vector<Token>{Tokenizer::firstByte + '.', Tokenizer::firstByte + ' '}
                                        : std::vector<Token>{Tokenizer::firstByte + '\n'};
-    std::vector<std::vector<Token>> all(static_cast<std::size_t>(number(2, 8)));
-    std::vector<Token> text{Tokenizer::messageStart};
-    std::map<Token, int> occurrences;
-    for (const Token token : end)
-        occurrences[token] = 2;
     // As in real texts, some words stand in many sentences, and do not tell which one is meant.
     const std::vector<Token> common = span(3);
+    std::vector<std::vector<Token>> all(static_cast<std::size_t>(number(2, 8)));
+    std::vector<Token> text{Tokenizer::messageStart};
     for (std::vector<Token> &sentence : all) {
         sentence = span(number(2, longest));
         for (Token &token : sentence)
-            if (chance(0.2))
-                token = common[static_cast<std::size_t>(number(0, 2))];
-        for (const Token token : sentence)
-            ++occurrences[token];
+            token = chance(0.2) ? common[static_cast<std::size_t>(number(0, 2))] : token;
         text.insert(text.end(), sentence.begin(), sentence.end());
         text.insert(text.end(), end.begin(), end.end());
     }
@@ -131,20 +124,10 @@ Passage CopyExercises::sentences()
     std::ranges::shuffle(all, m_random);
     all.resize(isAskedBefore ? 1 : all.size());
     for (const std::vector<Token> &sentence : all) {
-        std::vector<Token> only; // found nowhere else; not the first, which could be copied from the question
-        std::ranges::copy_if(sentence | std::views::drop(1), std::back_inserter(only),
-                             [&](Token token) { return occurrences[token] == 1; });
+        const std::vector<Token> asked = question(sentence, text, common);
         append(passage, {Tokenizer::messageStart}, false);
-        std::vector<Token> asked;
-        std::ranges::sample(only, std::back_inserter(asked), number(1, 3), m_random);
         if (asked.empty())
             continue;
-        for (const Token token : common)
-            if (chance(0.3))
-                asked.push_back(token);
-        if (chance(0.3))
-            asked.push_back(span(1).front()); // found nowhere
-        std::ranges::shuffle(asked, m_random);
         append(passage, asked, false);
         if (isAskedBefore)
             append(passage, text, false);
@@ -153,6 +136,25 @@ Passage CopyExercises::sentences()
         append(passage, {Tokenizer::messageEnd}, true);
     }
     return passage;
+}
+
+/// Some tokens that only this sentence of the text has, but for its first one, which could be copied from here, among
+/// others that say nothing. Empty where it has none.
+std::vector<Token> CopyExercises::question(const std::vector<Token> &sentence, const std::vector<Token> &text,
+                                           const std::vector<Token> &common)
+{
+    std::vector<Token> only;
+    std::ranges::copy_if(sentence | std::views::drop(1), std::back_inserter(only),
+                         [&](Token token) { return std::ranges::count(text, token) == 1; });
+    std::vector<Token> asked;
+    std::ranges::sample(only, std::back_inserter(asked), number(1, 3), m_random);
+    if (asked.empty())
+        return asked;
+    std::ranges::copy_if(common, std::back_inserter(asked), [this](Token) { return chance(0.3); });
+    if (chance(0.3))
+        asked.push_back(span(1).front()); // found nowhere
+    std::ranges::shuffle(asked, m_random);
+    return asked;
 }
 
 std::vector<Token> CopyExercises::span(int size)

@@ -28,6 +28,8 @@ private:
     Passage repetition(int longest);
     Passage questions();
     Passage sentences(); ///< a few tokens of a sentence ask for the whole of it, behind the text or before it
+    std::vector<Token> question(const std::vector<Token> &sentence, const std::vector<Token> &text,
+                                const std::vector<Token> &common);
     std::vector<Token> span(int size);
     int number(int least, int most);
     bool chance(double share);
