@@ -4,6 +4,7 @@
 # The language, the warnings and the sanitizers that every target of this project is built with.
 
 option(LUMORA_BENCHMARKS "Build the benchmarks" OFF)
+option(LUMORA_FUZZ "Build the fuzzers as such, which takes clang, and not as tests" OFF)
 set(LUMORA_SANITIZE "" CACHE STRING "Sanitizers for our own code, as -fsanitize takes them, such as address,undefined")
 
 set(CMAKE_CXX_STANDARD 20)

@@ -8,14 +8,19 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <charconv>
+#include <cstdint>
+
 namespace lumora::wire {
 
 namespace {
 
 constexpr int deepest = 64;
-constexpr unsigned parseFlags = rapidjson::kParseValidateEncodingFlag | rapidjson::kParseFullPrecisionFlag;
+constexpr unsigned parseFlags = rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
 
-/// Hands events on and ends the parse where they nest too deep, so that no text can exhaust the stack.
+/// Hands events on and ends the parse where they nest too deep, so that no text can exhaust the stack. Reads numbers
+/// exactly, and ends the parse at one that no double can hold; the parser's own way to do so relies on what is not
+/// defined for a zero with an exponent.
 template <typename Handler>
 class DepthGuard
 {
@@ -32,9 +37,13 @@ public:
     bool Int64(std::int64_t value) { return m_handler.Int64(value); }
     bool Uint64(std::uint64_t value) { return m_handler.Uint64(value); }
     bool Double(double value) { return m_handler.Double(value); }
-    bool RawNumber(const char *text, rapidjson::SizeType length, bool copy)
+    bool RawNumber(const char *text, rapidjson::SizeType length, bool)
     {
-        return m_handler.RawNumber(text, length, copy);
+        std::int64_t integer = 0;
+        if (isAll(text, length, integer))
+            return m_handler.Int64(integer);
+        double number = 0;
+        return isAll(text, length, number) && m_handler.Double(number);
     }
     bool String(const char *text, rapidjson::SizeType length, bool copy)
     {
@@ -47,6 +56,13 @@ public:
     bool EndArray(rapidjson::SizeType count) { return --m_depth >= 0 && m_handler.EndArray(count); }
 
 private:
+    template <typename Number>
+    static bool isAll(const char *text, rapidjson::SizeType length, Number &number)
+    {
+        const auto [end, error] = std::from_chars(text, text + length, number);
+        return error == std::errc() && end == text + length;
+    }
+
     Handler &m_handler;
     int m_depth = 0;
 };

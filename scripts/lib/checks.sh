@@ -18,7 +18,7 @@ check_format() {
 
 check_scripts() {
     say "Checking the scripts"
-    shellcheck -x --source-path=SCRIPTDIR/.. scripts/setup scripts/run scripts/test scripts/bench scripts/train scripts/evaluate scripts/reliability scripts/package scripts/try-package scripts/lib/*.sh tests/ui/*.sh tests/packaging/*.sh .ci/run ||
+    shellcheck -x --source-path=SCRIPTDIR/.. scripts/setup scripts/run scripts/test scripts/bench scripts/train scripts/evaluate scripts/fuzz scripts/reliability scripts/package scripts/try-package scripts/lib/*.sh tests/ui/*.sh tests/packaging/*.sh .ci/run ||
         fail "shellcheck objects to the lines above."
 }
 

@@ -8,7 +8,8 @@
 
 #include <QStringDecoder>
 
-#include <cmath>
+#include <charconv>
+#include <cstdint>
 
 namespace lumora {
 
@@ -16,10 +17,9 @@ namespace {
 
 constexpr qsizetype readAhead = 16; // bytes
 
-// Full precision: a double is read back as the one that was written. Iterative: no depth of nesting can use up the
-// stack.
+// Iterative: no depth of nesting can use up the stack.
 constexpr unsigned parseFlags =
-    rapidjson::kParseInsituFlag | rapidjson::kParseFullPrecisionFlag | rapidjson::kParseIterativeFlag;
+    rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseIterativeFlag;
 
 void require(bool condition)
 {
@@ -32,11 +32,43 @@ const rapidjson::Value &parsed(const void *node)
     return *static_cast<const rapidjson::Value *>(node);
 }
 
+/// Reads numbers such that a double is the one that was written. The parser's own way to do so relies on what is not
+/// defined for a zero with an exponent.
+class ExactDocument : public rapidjson::Document
+{
+public:
+    /// Whether it is JSON. The text stays in use.
+    bool read(char *json)
+    {
+        bool isWhole = false;
+        const auto parse = [json, &isWhole, this](rapidjson::Document &) {
+            rapidjson::InsituStringStream stream(json);
+            isWhole = !rapidjson::Reader().Parse<parseFlags>(stream, *this).IsError();
+            return isWhole;
+        };
+        Populate(parse);
+        return isWhole;
+    }
+
+    bool RawNumber(const char *text, rapidjson::SizeType length, bool)
+    {
+        const QByteArrayView number(text, qsizetype(length));
+        std::int64_t integer = 0;
+        const auto whole = std::from_chars(number.begin(), number.end(), integer);
+        if (whole.ec == std::errc() && whole.ptr == number.end())
+            return Int64(integer);
+        double value = 0;
+        const bool isInRange = std::from_chars(number.begin(), number.end(), value).ec == std::errc();
+        const bool isSmall = number.lastIndexOf('-') > 0; // by its exponent; out of range, it is next to nothing
+        return (isInRange || isSmall) && Double(value);
+    }
+};
+
 } // namespace
 
 struct JsonDocument::Parsed
 {
-    rapidjson::Document document;
+    ExactDocument document;
 };
 
 JsonValue JsonValue::member(const char *key) const
@@ -101,9 +133,7 @@ QStringList JsonValue::texts() const
 double JsonValue::number() const
 {
     require(parsed(m_node).IsNumber());
-    const double number = parsed(m_node).GetDouble();
-    require(std::isfinite(number)); // the parser lets some through that are too large
-    return number;
+    return parsed(m_node).GetDouble();
 }
 
 qint64 JsonValue::integer() const
@@ -127,8 +157,7 @@ JsonDocument::JsonDocument(QByteArray bytes)
     // which looks at it once the text is wanted.
     require(!m_bytes.contains('\0'));
     m_bytes.reserve(m_bytes.size() + readAhead);
-    m_parsed->document.ParseInsitu<parseFlags>(m_bytes.data());
-    require(!m_parsed->document.HasParseError());
+    require(m_parsed->document.read(m_bytes.data()));
 }
 
 JsonDocument::~JsonDocument() = default;

@@ -41,8 +41,10 @@ bool startsWord(UChar32 character)
 bool continuesWord(UChar32 character)
 {
     constexpr UChar32 zeroWidthJoiner = 0x200D;
+    // Vowel signs of Indic scripts take room of their own, and so do not count as extending what they belong to.
     return startsWord(character) || character == zeroWidthJoiner ||
-           u_hasBinaryProperty(character, UCHAR_GRAPHEME_EXTEND);
+           u_hasBinaryProperty(character, UCHAR_GRAPHEME_EXTEND) ||
+           u_getIntPropertyValue(character, UCHAR_GRAPHEME_CLUSTER_BREAK) == U_GCB_SPACING_MARK;
 }
 
 /// The order of texts in which a and A are the same, a and ä are not.

@@ -44,6 +44,7 @@ private Q_SLOTS:
         QTest::newRow("garbage behind a zero byte") << QByteArray("[]\0{", 4);
         QTest::newRow("half a surrogate pair") << QByteArray("[\"\\ud83d\"]");
         QTest::newRow("number too large") << QByteArray("[1e999]");
+        QTest::newRow("number below all others") << QByteArray("[-1e999]");
         QTest::newRow("line break in a text") << QByteArray("[\"a\nb\"]");
     }
 
@@ -111,6 +112,13 @@ private Q_SLOTS:
         QFETCH(double, number);
         const JsonDocument json(written([number](JsonWriter &writer) { writer.number(number); }));
         QVERIFY(json.root().at(0).number() == number);
+    }
+
+    void readsZeroHoweverItIsWritten()
+    {
+        const JsonDocument json("[0e99,-0.0e-99,1e-999,0.00000000000000000000000000]");
+        for (qsizetype i = 0; i < json.root().size(); ++i)
+            QCOMPARE(json.root().at(i).number(), 0.0);
     }
 
     void writesAnyText_data()

@@ -25,6 +25,7 @@ void TextSearchTest::findsWords_data()
     QTest::addColumn<QStringList>("found");
     QTest::newRow("sentence") << "What's in B-12, 日本語?" << QStringList({"What", "s", "in", "B", "12", "日本語"});
     QTest::newRow("marks stay") << "cafe\u0301 \u0301x" << QStringList({"cafe\u0301", "x"});
+    QTest::newRow("vowel signs stay") << "हिन्दी में" << QStringList({"हिन्दी", "में"});
     QTest::newRow("beyond the basic plane") << "𝒂b 👍 𝟙" << QStringList({"𝒂b", "𝟙"});
     QTest::newRow("other numbers") << "x² Ⅷ ½" << QStringList({"x²", "Ⅷ", "½"});
     QTest::newRow("joined and kept apart") << "می\u200Cخواهم \u200C" << QStringList({"می\u200Cخواهم"});
