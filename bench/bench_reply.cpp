@@ -118,7 +118,7 @@ private:
     static std::shared_ptr<ModelService> makeService(const QString &launcher, const QString &modelFile)
     {
         return std::make_shared<BriefModelService>(LocalModelSettings{
-            .modelFolder = std::nullopt, .builtInModels = {modelFile}, .command = {launcher, {}}, .patience = {}});
+            .modelFolder = std::nullopt, .builtInModel = modelFile, .command = {launcher, {}}, .patience = {}});
     }
 
     ChatStore m_store;

@@ -60,7 +60,7 @@ void ask(const SystemLanguageModel &model, const training::Example &example, Sco
 Scores evaluate(const Files &files)
 {
     LocalModelSettings settings;
-    settings.builtInModels = {QFileInfo(files.model).absoluteFilePath()};
+    settings.builtInModel = QFileInfo(files.model).absoluteFilePath();
     settings.command.program = QFileInfo(files.service).absoluteFilePath();
     settings.patience.untilSettled = ServicePatience::Time(0);
     const SystemLanguageModel model(std::make_shared<LocalModelService>(settings));

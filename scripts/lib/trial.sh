@@ -63,12 +63,8 @@ END
     chmod +x "$trial/start"
 }
 
-# chat_in_bare_system MODEL
 chat_in_bare_system() {
     export XDG_DATA_HOME=$bare/home/lumora-trial/.local/share
-    mkdir -p "$XDG_DATA_HOME/Lumora/Models"
-    cp "$1" "$XDG_DATA_HOME/Lumora/Models/trial.gguf"
-    chown -R "$trial_user:$trial_user" "$bare/home/lumora-trial"
     write_start
     demonstrate "$trial/start" "$PWD/build/packaged-window.png"
 }

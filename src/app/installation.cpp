@@ -24,9 +24,7 @@ LocalModelSettings installedModel(const QString &programFolder, const std::optio
     LocalModelSettings settings;
     if (storageFolder)
         settings.modelFolder = *storageFolder + QStringLiteral("/Models");
-    // The tiny one is there only where the program was built; it says nothing sensible.
-    settings.builtInModels = {models.filePath(QStringLiteral("builtin.gguf")),
-                              models.filePath(QStringLiteral("tiny.gguf"))};
+    settings.builtInModel = models.filePath(QStringLiteral("builtin.gguf"));
     settings.command.program = helperPath(programFolder, QStringLiteral("lumora-model"));
     return settings;
 }

@@ -46,8 +46,7 @@ private Q_SLOTS:
         QCOMPARE(installedPdfHelper(root.filePath("bin")), root.filePath(folder + "/lumora-pdf-text"));
         QCOMPARE(installedImageReader(root.filePath("bin")), root.filePath(folder + "/lumora-image-reader"));
         QCOMPARE(settings.modelFolder, "/data/Lumora/Models");
-        QCOMPARE(settings.builtInModels,
-                 QStringList({root.filePath("share/lumora/builtin.gguf"), root.filePath("share/lumora/tiny.gguf")}));
+        QCOMPARE(settings.builtInModel, root.filePath("share/lumora/builtin.gguf"));
     }
 
     void userWithoutAFolderHasNoModelsOfTheirOwn() { QVERIFY(!installedModel("/bin", std::nullopt).modelFolder); }

@@ -134,7 +134,7 @@ void LocalModelService::superviseService()
 void LocalModelService::look()
 {
     const std::optional<ModelFile> file =
-        chooseModelFile(m_settings.modelFolder, m_settings.builtInModels, m_settings.patience.untilSettled);
+        chooseModelFile(m_settings.modelFolder, m_settings.builtInModel, m_settings.patience.untilSettled);
     const std::optional<ModelFile> lookBefore = std::exchange(m_lastLook, file);
     // What the service works on is not disturbed: the next look comes when it has ended.
     if (m_requests.isAnySent() || (m_process && file == m_file))
@@ -153,7 +153,7 @@ void LocalModelService::look()
 
 QString LocalModelService::noFileProblem() const
 {
-    const auto unreadable = unreadableModelFile(m_settings.modelFolder, m_settings.builtInModels);
+    const auto unreadable = unreadableModelFile(m_settings.modelFolder, m_settings.builtInModel);
     return unreadable ? problems::unreadable(*unreadable) : problems::noFile(m_settings.modelFolder);
 }
 

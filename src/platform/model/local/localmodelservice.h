@@ -36,8 +36,8 @@ struct LocalModelSettings
 {
     /// The user's own models; it need not exist.
     std::optional<QString> modelFolder;
-    /// Where the built-in model may lie; the first that exists counts.
-    QStringList builtInModels;
+    /// Where the built-in model lies; it need not exist.
+    QString builtInModel;
     /// What requests begin with; computed before the first one comes.
     QString instructions;
     ServiceCommand command;

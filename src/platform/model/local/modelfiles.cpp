@@ -99,7 +99,7 @@ QFileInfoList usableFilesIn(const QDir &folder, GgufKind kind)
 }
 
 /// The model files that there are, in the order of preference.
-std::vector<FoundFile> modelFiles(const std::optional<QString> &folder, const QStringList &builtInPaths)
+std::vector<FoundFile> modelFiles(const std::optional<QString> &folder, const QString &builtInPath)
 {
     std::vector<FoundFile> files;
     if (folder) {
@@ -107,10 +107,8 @@ std::vector<FoundFile> modelFiles(const std::optional<QString> &folder, const QS
         std::ranges::transform(own, std::back_inserter(files), look);
     }
     std::ranges::sort(files, std::greater(), [](const FoundFile &file) { return std::tie(file.modified, file.path); });
-    const auto builtIn =
-        std::ranges::find_if(builtInPaths, [](const QString &path) { return isUsable(QFileInfo(path)); });
-    if (builtIn != builtInPaths.end())
-        files.push_back(look(QFileInfo(*builtIn)));
+    if (const QFileInfo builtIn(builtInPath); isUsable(builtIn))
+        files.push_back(look(builtIn));
     return files;
 }
 
@@ -159,10 +157,10 @@ bool isSameModel(const ModelFile &left, const ModelFile &right)
     return static_cast<const FoundFile &>(left) == static_cast<const FoundFile &>(right);
 }
 
-std::optional<ModelFile> chooseModelFile(const std::optional<QString> &folder, const QStringList &builtInPaths,
+std::optional<ModelFile> chooseModelFile(const std::optional<QString> &folder, const QString &builtInPath,
                                          std::chrono::milliseconds moments)
 {
-    const std::vector<FoundFile> files = modelFiles(folder, builtInPaths);
+    const std::vector<FoundFile> files = modelFiles(folder, builtInPath);
     if (files.empty())
         return std::nullopt;
     auto chosen = std::ranges::find_if(
@@ -187,14 +185,13 @@ std::optional<QString> matchingProjector(const QString &model, const QStringList
     return best;
 }
 
-std::optional<QString> unreadableModelFile(const std::optional<QString> &folder, const QStringList &builtInPaths)
+std::optional<QString> unreadableModelFile(const std::optional<QString> &folder, const QString &builtInPath)
 {
     QFileInfoList files;
     // A link to nowhere is a system file.
     if (folder)
         files = QDir(*folder).entryInfoList({QStringLiteral("*.gguf")}, QDir::Files | QDir::System);
-    for (const QString &path : builtInPaths)
-        files.append(QFileInfo(path));
+    files.append(QFileInfo(builtInPath));
     for (const QFileInfo &info : std::as_const(files)) {
         const QString path = info.absoluteFilePath();
         const bool isThere = info.isSymLink() || info.isFile();

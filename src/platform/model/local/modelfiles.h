@@ -36,18 +36,18 @@ struct ModelFile : FoundFile
 /// Whether the two differ in nothing but their projectors.
 bool isSameModel(const ModelFile &left, const ModelFile &right);
 
-/// The newest readable *.gguf in the folder, leaving out projectors and later parts of split files; otherwise the first
-/// built-in path that exists. One with a part missing that nobody has written to during the last moments is passed over
-/// where any whole one is to be had.
-std::optional<ModelFile> chooseModelFile(const std::optional<QString> &folder, const QStringList &builtInPaths,
+/// The newest readable *.gguf in the folder, leaving out projectors and later parts of split files; otherwise the
+/// built-in one, if it is there. One with a part missing that nobody has written to during the last moments is passed
+/// over where any whole one is to be had.
+std::optional<ModelFile> chooseModelFile(const std::optional<QString> &folder, const QString &builtInPath,
                                          std::chrono::milliseconds moments);
 
 /// The projector that goes with a model: the only one, or of several the one whose name has the longest part in common
 /// with the model's, of three characters at least. Both are names of files; nothing where there is none.
 std::optional<QString> matchingProjector(const QString &model, const QStringList &projectors);
 
-/// A *.gguf in the folder, or a built-in file, that is there but cannot be read.
-std::optional<QString> unreadableModelFile(const std::optional<QString> &folder, const QStringList &builtInPaths);
+/// A *.gguf in the folder, or the built-in file, that is there but cannot be read.
+std::optional<QString> unreadableModelFile(const std::optional<QString> &folder, const QString &builtInPath);
 
 /// Whether the file seems complete, and its projector too: no part is missing, it is as it was at the look before, if
 /// there was one, and not written to during the last moments.

@@ -27,7 +27,7 @@ struct TestFile
 
 constexpr auto moments = 20s; // ages of files are far from it on either side
 
-std::optional<ModelFile> choose(const QTemporaryDir &folder, const QStringList &builtIn = {})
+std::optional<ModelFile> choose(const QTemporaryDir &folder, const QString &builtIn = {})
 {
     return chooseModelFile(folder.path(), builtIn, moments);
 }
@@ -124,19 +124,18 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const QTemporaryDir shipped;
-        const QString first = shipped.filePath("first.gguf");
-        const QString second = write(shipped, {"second.gguf"});
+        const QString builtIn = write(shipped, {"builtin.gguf"});
         const QString missing = folder.filePath("missing");
 
-        QVERIFY(!chooseModelFile(missing, {first}, moments));
+        QVERIFY(!chooseModelFile(missing, shipped.filePath("missing.gguf"), moments));
         QVERIFY(!chooseModelFile(std::nullopt, {}, moments));
-        QCOMPARE(chooseModelFile(std::nullopt, {first, second}, moments)->path, second);
-        QCOMPARE(chooseModelFile(missing, {first, second}, moments)->path, second);
+        QCOMPARE(chooseModelFile(std::nullopt, builtIn, moments)->path, builtIn);
+        QCOMPARE(chooseModelFile(missing, builtIn, moments)->path, builtIn);
         const QString part = write(folder, {"own-00001-of-00002.gguf", 1000});
-        QCOMPARE(choose(folder, {second})->path, second);
+        QCOMPARE(choose(folder, builtIn)->path, builtIn);
         QCOMPARE(choose(folder)->path, part);
         const QString own = write(folder, {"own.gguf", 2000});
-        QCOMPARE(choose(folder, {second})->path, own);
+        QCOMPARE(choose(folder, builtIn)->path, own);
     }
 
     void splitModelChangesWithAnyPart()
@@ -237,11 +236,11 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath("gone.gguf");
-        QVERIFY(!unreadableModelFile(folder.path(), {path}));
+        QVERIFY(!unreadableModelFile(folder.path(), path));
         QVERIFY(!unreadableModelFile(folder.filePath("missing"), {}));
         QVERIFY(QFile::link(folder.filePath("nowhere"), path));
         QCOMPARE(unreadableModelFile(folder.path(), {}), path);
-        QCOMPARE(unreadableModelFile(std::nullopt, {path}), path);
+        QCOMPARE(unreadableModelFile(std::nullopt, path), path);
     }
 
     void fileSettles_data()

@@ -105,7 +105,7 @@ private Q_SLOTS:
 private:
     void useModel(const QString &path)
     {
-        m_settings.builtInModels = {path};
+        m_settings.builtInModel = path;
         m_service = std::make_shared<LocalModelService>(m_settings);
     }
 

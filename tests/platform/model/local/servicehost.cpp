@@ -17,7 +17,7 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     LocalModelSettings settings;
-    settings.builtInModels = {arguments.at(2)};
+    settings.builtInModel = arguments.at(2);
     settings.command.program = arguments.at(1);
     settings.patience.untilSettled = std::chrono::milliseconds(0);
     LocalModelService service(settings);
