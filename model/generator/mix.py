@@ -19,11 +19,11 @@ for module in (copying, dating, declining, reading, recalling, searching, seeing
 
 # Shares of the whole mix; they need not add up to anything.
 ALL = {
-    "copy": 4, "drill.copy": 1, "drill.lookup": 4, "drill.read": 14, "date": 9, "search": 28, "recall": 10, "image": 12,
+    "copy": 3, "drill.copy": 1, "drill.lookup": 4, "drill.read": 8, "date": 9, "search": 28, "recall": 12, "image": 18,
     "barcode": 4,
-    "image.look": 3, "talk": 3, "help": 5,
-    "refuse": 10, "notool": 3, "text": 9, "extract": 4, "shorten": 2, "list": 5, "followup": 3,
-    "card": 12,
+    "image.look": 3, "talk": 4, "help": 8,
+    "refuse": 12, "notool": 3, "text": 9, "extract": 7, "shorten": 2, "list": 5, "followup": 4,
+    "card": 13,
 }  # fmt: skip
 COPY = {"copy": 3, "drill.copy": 5, "drill.lookup": 4}
 READING = {

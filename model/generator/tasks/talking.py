@@ -3,6 +3,8 @@
 
 """Talk: greetings and thanks, and questions about the program itself."""
 
+import re
+
 from ..example import Example
 from ..speech import PHRASES, Speaker
 
@@ -10,9 +12,17 @@ _TALKS = [name for name in PHRASES if name.startswith("talk.")]
 _HELPS = [name for name in PHRASES if name.startswith("help.")]
 
 
+_TODAY = 0.08
+_LAST_SIGN = re.compile(r"([?.!]*)$")
+
+
 def _replied(speaker: Speaker, task: str, intent: str) -> Example:
+    """Now and then with a word for which the date tool is offered, and should be left alone."""
     reply = speaker.fixed("reply." + intent.partition(".")[2])
-    return Example(task, speaker.ask(intent)).replies(reply, exact=reply)
+    typed = speaker.ask(intent)
+    if speaker.chance.random() < _TODAY:
+        typed = _LAST_SIGN.sub(r" today\1", typed, count=1)
+    return Example(task, typed).replies(reply, exact=reply)
 
 
 def talk(speaker: Speaker) -> Example:
